@@ -1,0 +1,50 @@
+# What an installation holds: the library, its headers, and how pkg-config and CMake find them. The
+# stand-ins, where they are built, go along as a component of their own.
+
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/kriolilglu)
+
+install(TARGETS kriolilglu EXPORT kriolilgluTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kriolilglu COMPONENT development
+  FILE_SET name_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kriolilglu COMPONENT development)
+install(EXPORT kriolilgluTargets NAMESPACE kriolilglu::
+  DESTINATION ${package_dir} COMPONENT development)
+
+# Both descriptions find the tree from where they lie, so that it can be moved.
+configure_package_config_file(cmake/kriolilgluConfig.cmake.in kriolilgluConfig.cmake
+  INSTALL_DESTINATION ${package_dir} NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+write_basic_package_version_file(kriolilgluConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/kriolilgluConfig.cmake
+  ${PROJECT_BINARY_DIR}/kriolilgluConfigVersion.cmake
+  cmake/Findkylog.cmake
+  DESTINATION ${package_dir} COMPONENT development)
+
+if(KRIOLILGLU_PLATFORM STREQUAL "stand-in")
+  install(TARGETS kylog
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT platform
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT platform)
+  set_target_properties(kriolilglu PROPERTIES INSTALL_RPATH $ORIGIN)
+  set(platform_cflags "-I\${includedir}")
+  set(platform_libs "-lkylog")
+else()
+  cmake_path(GET kylog_LIBRARY PARENT_PATH platform_libdir)
+  set(platform_cflags "-I${kylog_INCLUDE_DIR}")
+  set(platform_libs "-L${platform_libdir} -lkylog")
+endif()
+
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})
+  set(pc_prefix ${CMAKE_INSTALL_PREFIX})
+else()
+  cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+    BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig OUTPUT_VARIABLE pc_prefix)
+  set(pc_prefix "\${pcfiledir}/${pc_prefix}")
+endif()
+cmake_path(APPEND pc_libdir "\${prefix}" ${CMAKE_INSTALL_LIBDIR})
+cmake_path(APPEND pc_includedir "\${prefix}" ${CMAKE_INSTALL_INCLUDEDIR})
+configure_file(cmake/kriolilglu.pc.in kriolilglu.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/kriolilglu.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)

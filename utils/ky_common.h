@@ -1,0 +1,257 @@
+/* The frame that every module stands on: status codes, access commands, the log statement, traces.
+ *
+ * A source that logs names its module and its verbosity variable before it uses the statements:
+ *
+ *     #define KY_LOG_MODULE "PORT"
+ *     #define KY_LOG_VERBOSITY port_verbosity_level
+ *     #include <ky_common.h>
+ *
+ *     static uint32_t port_verbosity_level = KY_LOG_LEVEL_DEFAULT;
+ *
+ *     ky_status_t port_mtu_set(uint32_t mtu)
+ *     {
+ *         KY_TRACE_ENTRY();
+ *         ky_status_t status = KY_STATUS_SUCCESS;
+ *         if (mtu > PORT_MTU_MAX) {
+ *             status = KY_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "MTU (%u) is too large\n", mtu);
+ *         }
+ *         KY_TRACE_EXIT();
+ *         return status;
+ *     }
+ *
+ * The header is C11 and C++11 or later; it needs GCC 12 or clang 14, or a later one of them. */
+#ifndef KY_COMMON_H
+#define KY_COMMON_H
+
+#include <kylog/kylog.h>
+#include <stdint.h>
+
+/** Marks what the library exports; everything else is built hidden. */
+#define KY_EXPORT __attribute__((visibility("default")))
+
+/** Opens an enumeration whose values are 32 bits wide and unsigned in C and in C++ alike. A value
+ *  without a constant of its own is a value like any other: a plain C enumeration would let a
+ *  compiler assume that there is none. */
+#ifdef __cplusplus
+#define KY_ENUM(name) enum name : uint32_t
+#else
+#define KY_ENUM(name)      \
+    typedef uint32_t name; \
+    enum
+#endif
+
+/** What a fallible operation reports. Every value but KY_STATUS_SUCCESS is a failure; the values
+ *  are part of the binary interface. `ky_status_str` gives each its phrase. */
+KY_ENUM(ky_status_t){
+    KY_STATUS_SUCCESS = 0,
+    KY_STATUS_ERROR = 1,
+    KY_STATUS_SDK_NOT_INITIALIZED = 2,
+    KY_STATUS_INVALID_HANDLE = 3,
+    KY_STATUS_COMM_ERROR = 4,
+    KY_STATUS_NO_RESOURCES = 5,
+    KY_STATUS_NO_MEMORY = 6,
+    KY_STATUS_MEMORY_ERROR = 7,
+    KY_STATUS_CMD_ERROR = 8,
+    KY_STATUS_CMD_INCOMPLETE = 9,
+    KY_STATUS_CMD_UNSUPPORTED = 10,
+    KY_STATUS_CMD_UNPERMITTED = 11,
+    KY_STATUS_PARAM_NULL = 12,
+    KY_STATUS_PARAM_ERROR = 13,
+    KY_STATUS_PARAM_EXCEEDS_RANGE = 14,
+    KY_STATUS_MESSAGE_SIZE_ZERO = 15,
+    KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT = 16,
+    KY_STATUS_DB_ALREADY_INITIALIZED = 17,
+    KY_STATUS_DB_NOT_INITIALIZED = 18,
+    KY_STATUS_DB_NOT_EMPTY = 19,
+    KY_STATUS_END_OF_DB = 20,
+    KY_STATUS_ENTRY_NOT_FOUND = 21,
+    KY_STATUS_ENTRY_ALREADY_EXISTS = 22,
+    KY_STATUS_ENTRY_NOT_BOUND = 23,
+    KY_STATUS_ENTRY_ALREADY_BOUND = 24,
+    KY_STATUS_WRONG_POLICER_TYPE = 25,
+    KY_STATUS_UNEXPECTED_EVENT_TYPE = 26,
+    KY_STATUS_TRAP_ID_NOT_CONFIGURED = 27,
+    KY_STATUS_INT_COMM_CLOSE = 28,
+    KY_STATUS_RESOURCE_IN_USE = 29,
+    KY_STATUS_TRAP_ID_ALREADY_ASSOCIATED = 30,
+    KY_STATUS_ALREADY_INITIALIZED = 31,
+    KY_STATUS_TIMEOUT = 32,
+    KY_STATUS_MODULE_UNINITIALIZED = 33,
+    KY_STATUS_UNSUPPORTED = 34,
+    KY_STATUS_UTILS_RETURNED_NON_ZERO = 35,
+    KY_STATUS_PARTIALLY_COMPLETE = 36,
+    KY_STATUS_ACCEPTED = 37,
+    KY_STATUS_ISSU_IN_PROGRESS = 38,
+    KY_STATUS_DRIVER_RETURNED_NON_ZERO = 102,
+};
+
+/** What a call is asked to do. `ky_access_cmd_str` gives each command its name. */
+KY_ENUM(ky_access_cmd_t){
+    KY_ACCESS_CMD_NONE = 0,
+    KY_ACCESS_CMD_ADD = 1,
+    KY_ACCESS_CMD_EDIT = 2,
+    KY_ACCESS_CMD_DELETE = 3,
+    KY_ACCESS_CMD_DELETE_ALL = 4,
+    KY_ACCESS_CMD_SOFT_ADD = 5,
+    KY_ACCESS_CMD_SOFT_EDIT = 6,
+    KY_ACCESS_CMD_SOFT_DELETE = 7,
+    KY_ACCESS_CMD_TEST = 8,
+    KY_ACCESS_CMD_APPLY = 9,
+    KY_ACCESS_CMD_ENABLE = 10,
+    KY_ACCESS_CMD_DISABLE = 11,
+    KY_ACCESS_CMD_CREATE = 12,
+    KY_ACCESS_CMD_DESTROY = 13,
+    KY_ACCESS_CMD_COUNT = 14,
+    KY_ACCESS_CMD_SET = 15,
+    KY_ACCESS_CMD_UNSET = 16,
+    KY_ACCESS_CMD_GET = 17,
+    KY_ACCESS_CMD_GET_NEXT = 18,
+    KY_ACCESS_CMD_REGISTER = 19,
+    KY_ACCESS_CMD_DEREGISTER = 20,
+    KY_ACCESS_CMD_GET_ALL = 21,
+    KY_ACCESS_CMD_TEST_HW = 22,
+    KY_ACCESS_CMD_ADD_PORTS = 23,
+    KY_ACCESS_CMD_DELETE_PORTS = 24,
+    KY_ACCESS_CMD_BIND = 25,
+    KY_ACCESS_CMD_UNBIND = 26,
+    KY_ACCESS_CMD_GET_FIRST = 27,
+    KY_ACCESS_CMD_REPLACE_ALL_PORTS = 28,
+    KY_ACCESS_CMD_DELETE_ALL_PORTS = 29,
+    KY_ACCESS_CMD_READY = 30,
+    KY_ACCESS_CMD_READ = 31,
+    KY_ACCESS_CMD_READ_CLEAR = 32,
+    KY_ACCESS_CMD_CLEAR = 33,
+    KY_ACCESS_CMD_DELETE_PORT = 34,
+    KY_ACCESS_CMD_MARK = 35,
+};
+
+/* ---- Words that any thread may read and write ----
+ *
+ * Verbosity, settings and the trace flag are plain words without a lock. Relaxed atomic access to
+ * them costs what a plain one does, and is no data race. */
+
+#define KY_LOAD(word) __atomic_load_n(&(word), __ATOMIC_RELAXED)
+#define KY_STORE(word, value) __atomic_store_n(&(word), (value), __ATOMIC_RELAXED)
+
+/* ---- Severity masks and verbosity levels ---- */
+
+#define KY_LOG_MASK_ERROR 1U
+#define KY_LOG_MASK_WARNING 3U
+#define KY_LOG_MASK_NOTICE 7U
+#define KY_LOG_MASK_INFO 15U
+#define KY_LOG_MASK_DEBUG 31U
+
+#define KY_LOG_LEVEL_MIN 0U     /**< a module at this level says nothing, errors included */
+#define KY_LOG_LEVEL_DEFAULT 3U /**< errors, warnings and notices */
+#define KY_LOG_LEVEL_MAX 8U     /**< the highest level with a name; a higher one prints all too */
+
+/** The level, 1 (error) to 5 (debug), from which a module prints statements of a mask. */
+#define KY_LOG_LEVEL(mask) __builtin_ctz((mask) + 1U)
+
+/* Seven characters each, as they stand in a record; the last one is for a level without a name. */
+static const char ky_log_level_names[][8] = {
+    "NONE   ", "ERROR  ", "WARN   ", "NOTICE ", "INFO   ",
+    "DEBUG  ", "FUNCS  ", "FRAMES ", "ALL    ", "UNKNOWN",
+};
+
+#define KY_LOG_LEVEL_NAME(mask) ky_log_level_names[KY_LOG_LEVEL(mask) <= 8 ? KY_LOG_LEVEL(mask) : 9]
+
+/* ---- The log statement ----
+ *
+ * KY_LOG_ERROR(format, ...) and its sisters are expressions of type void. The format is a string
+ * literal with up to nine arguments. If the module's verbosity lets the statement through, it goes
+ * to `ky_log` and then to `ky_trace_cbuff_log`; if not, it costs one load, one comparison and a
+ * branch. In C the arguments are evaluated once for each of the two, so they must be pure. */
+
+#define KY_LOG_ERROR(...) KY_LOG(KY_LOG_MASK_ERROR, __VA_ARGS__)
+#define KY_LOG_WARNING(...) KY_LOG(KY_LOG_MASK_WARNING, __VA_ARGS__)
+#define KY_LOG_NOTICE(...) KY_LOG(KY_LOG_MASK_NOTICE, __VA_ARGS__)
+#define KY_LOG_INFO(...) KY_LOG(KY_LOG_MASK_INFO, __VA_ARGS__)
+#define KY_LOG_DEBUG(...) KY_LOG(KY_LOG_MASK_DEBUG, __VA_ARGS__)
+
+#define KY_LOG(mask, ...) KY_LOG_IN(__func__, mask, __VA_ARGS__)
+
+/** Logs an error and yields the status: `return KY_FAIL(status, format, ...);` */
+#define KY_FAIL(status, ...) (KY_LOG_ERROR(__VA_ARGS__), (status))
+
+/* ---- Entry and exit traces ----
+ *
+ * A trace is a debug statement with a second gate, the logging library's flag. The flag and the
+ * verbosity are read afresh at each trace. */
+
+#define KY_TRACE_ENTRY() KY_TRACE_IN(__func__, "entered")
+#define KY_TRACE_EXIT() KY_TRACE_IN(__func__, "left")
+
+#if defined(__cplusplus) && __cplusplus >= 201703L
+/** Traces entry here and exit when the enclosing function returns, wherever it does. */
+#define KY_TRACE_FUNCTION()             \
+    KY_TRACE_ENTRY();                   \
+    const ky_trace_scope ky_trace_exit( \
+        __func__, [](const char* function) { KY_TRACE_IN(function, "left"); })
+
+template <typename Exit> class ky_trace_scope {
+  public:
+    ky_trace_scope(const char* function, Exit exit) : function_(function), exit_(exit) {}
+    ky_trace_scope(const ky_trace_scope&) = delete;
+    ky_trace_scope& operator=(const ky_trace_scope&) = delete;
+    ~ky_trace_scope()
+    {
+        exit_(function_);
+    }
+
+  private:
+    const char* function_;
+    Exit exit_;
+};
+#endif
+
+/* ---- How the statements are made ---- */
+
+#define KY_TRACE_IN(function, verb)                                             \
+    (__builtin_expect(KY_LOAD(g_ky_log_module_func_enable) != 0, 0)             \
+         ? KY_LOG_IN(function, KY_LOG_MASK_DEBUG, "%s - " verb " \n", function) \
+         : (void)0)
+
+/* C++ moves the records into a function of their own that is cold and takes its arguments by value:
+ * what stays behind needs no stack frame. C has no such form, and writes them in place. */
+#if defined(__cplusplus) && __cplusplus >= 201402L
+#define KY_LOG_IN(function, mask, ...)                                                      \
+    (KY_LOG_WANTED(mask)                                                                    \
+         ? [](const char* in_function, auto... arguments) __attribute__((cold, noinline)) { \
+               KY_LOG_RECORDS(in_function, mask, KY_LOG_FORMAT(__VA_ARGS__), arguments...); \
+           }(function KY_LOG_ARGUMENTS(__VA_ARGS__))                                        \
+         : (void)0)
+#else
+#define KY_LOG_IN(function, mask, ...) \
+    (KY_LOG_WANTED(mask) ? KY_LOG_RECORDS(function, mask, __VA_ARGS__) : (void)0)
+#endif
+
+#define KY_LOG_WANTED(mask) \
+    __builtin_expect(KY_LOAD(KY_LOG_VERBOSITY) >= (uint32_t)KY_LOG_LEVEL(mask), 0)
+
+/* Both records of one statement. From debug level on, the first one says where it comes from. */
+/* clang-format off */
+#define KY_LOG_RECORDS(function, mask, ...)                                             \
+    ((void)(KY_LOG_LEVEL(mask) < 5                                                      \
+         ? ky_log(mask, KY_LOG_MODULE,                                                  \
+                  KY_LOG_FORMAT(__VA_ARGS__) KY_LOG_ARGUMENTS(__VA_ARGS__))             \
+         : ky_log(mask, KY_LOG_MODULE, "%s[%d]- %s: " KY_LOG_FORMAT(__VA_ARGS__),       \
+                  __FILE_NAME__, __LINE__, function KY_LOG_ARGUMENTS(__VA_ARGS__))),    \
+     (void)ky_trace_cbuff_log("[%s] [%s] - %s[%d]: " KY_LOG_FORMAT(__VA_ARGS__),        \
+                              KY_LOG_LEVEL_NAME(mask), KY_LOG_MODULE, function, __LINE__ \
+                              KY_LOG_ARGUMENTS(__VA_ARGS__)))
+/* clang-format on */
+
+/* A message taken apart: its format, and its arguments with a comma in front, or nothing. No
+ * standard of C or C++ before C++20 and C23 has a shorter form for "or nothing". */
+#define KY_LOG_FORMAT(...) KY_LOG_FIRST(__VA_ARGS__, ~)
+#define KY_LOG_FIRST(format, ...) format
+#define KY_LOG_ARGUMENTS(...)                                                                   \
+    KY_LOG_ELEVENTH(__VA_ARGS__, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, NONE, ~) \
+    (__VA_ARGS__)
+#define KY_LOG_ELEVENTH(_1, _2, _3, _4, _5, _6, _7, _8, _9, _10, which, ...) \
+    KY_LOG_ARGUMENTS_##which
+#define KY_LOG_ARGUMENTS_NONE(format)
+#define KY_LOG_ARGUMENTS_SOME(format, ...) , __VA_ARGS__
+
+#endif
