@@ -1,0 +1,51 @@
+#!/bin/sh
+# hardening_test.sh LIBRARY SOURCE_DIR: what was asked of the compiler and the linker, read back from
+# the library.
+set -eu
+
+library=$1
+source_dir=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+readelf -dW "$library" > "$work/dynamic"
+readelf -lW "$library" > "$work/segments"
+readelf -SW "$library" > "$work/sections"
+objdump -d "$library" > "$work/code"
+failed=0
+
+expect() { # WHAT COMMAND...
+    what=$1
+    shift
+    if ! "$@" > /dev/null; then
+        echo "not so: $what"
+        failed=1
+    fi
+}
+expect_not() {
+    what=$1
+    shift
+    if "$@" > /dev/null; then
+        echo "not so: $what"
+        failed=1
+    fi
+}
+
+sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' "$work/dynamic" | sort | tr '\n' ' ' > "$work/needed"
+expect "it needs the logging library and libc alone" \
+    grep -qxE '(libc\.so\.6 )?libkylog\.so[.0-9]* ' "$work/needed"
+expect "its soname is libkriolilglu.so.1" grep -q '(SONAME).*\[libkriolilglu\.so\.1\]' "$work/dynamic"
+expect "it is bound when it is loaded" grep -q '(FLAGS_1).*NOW' "$work/dynamic"
+expect "what relocation wrote is read-only afterwards" grep -q GNU_RELRO "$work/segments"
+expect "its stack is not executable" grep -qE 'GNU_STACK.* RW +0x' "$work/segments"
+expect_not "no segment is writable and executable" grep -qE 'LOAD.* RWE ' "$work/segments"
+expect_not "no relocation writes to code" grep -q TEXTREL "$work/dynamic"
+expect_not "no symbol has a version" grep -q '\.gnu\.version_d' "$work/sections"
+expect "indirect branches land on marked places" \
+    test "$(grep -c endbr64 "$work/code")" -ge "$(nm -D --defined-only "$library" | grep -c ' T ')"
+expect_not "no path of the build machine is in it" grep -qF "$source_dir/" "$library"
+find "$(dirname "$library")" -path '*/kriolilglu.dir/*' -name '*.o' > "$work/objects"
+while read -r object; do
+    readelf -SW "$object" > "$work/object"
+    expect_not "$object runs no code when it is loaded" grep -qE '\.(init_array|ctors)' "$work/object"
+done < "$work/objects"
+exit "$failed"

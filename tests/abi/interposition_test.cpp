@@ -1,0 +1,42 @@
+// A process that puts its own functions in front of the library, and shares its objects. It is not
+// position-independent, so that the linker copies the table into the program.
+#include <ky_port_type_validate.h>
+#include <ky_utils.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+static std::string left;
+
+ky_status_t utils_ky_log_exit(ky_status_t status, const char* function_name)
+{
+    left += std::string(function_name) + " ";
+    return static_cast<ky_status_t>(status + 1000);
+}
+
+namespace {
+
+TEST(InterpositionTest, FailurePathsLeaveThroughTheExportedSymbol)
+{
+    EXPECT_EQ(utils_check_mc_id(0), 1014U);
+    EXPECT_EQ(utils_check_pointer(nullptr, nullptr), 1012U);
+    EXPECT_EQ(utils_check_array_length(0, nullptr), 1014U);
+    EXPECT_EQ(utils_use_xm_get(nullptr), 1012U);
+    EXPECT_EQ(
+        left, "utils_check_mc_id utils_check_pointer utils_check_array_length "
+              "utils_check_pointer ");
+    left.clear();
+    EXPECT_EQ(utils_check_msg_size(0, 0), 15U);
+    EXPECT_EQ(utils_check_mc_id(1), 0U);
+    EXPECT_EQ(left, "");
+}
+
+TEST(InterpositionTest, TheTableIsOneObject)
+{
+    EXPECT_EQ(is_port_type_valid(1, 0), 1U);
+    port_type_validation_table[1].allowed_port_types = 0;
+    EXPECT_EQ(is_port_type_valid(1, 0), 0U);
+}
+
+} // namespace

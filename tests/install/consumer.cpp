@@ -1,0 +1,2 @@
+// The same program as C++.
+#include "consumer.c"

@@ -1,0 +1,107 @@
+#include "recorder.h"
+
+#include <ky_port_type_validate.h>
+#include <ky_utils.h>
+
+#include <cstdarg>
+#include <cstring>
+#include <mutex>
+#include <utility>
+
+namespace {
+
+std::mutex lock;
+Records records;
+thread_local int line_of_log; // of the ky_log record written last, 0 if it has none
+
+__attribute__((format(printf, 1, 0))) std::string formatted(const char* format, va_list arguments)
+{
+    char text[1024];
+    vsnprintf(text, sizeof text, format, arguments);
+    return text;
+}
+
+/* Takes the line number out of "...[LINE]..." and returns it. */
+int take_line(std::string& text, size_t open)
+{
+    const size_t close = text.find(']', open);
+    const int line = std::stoi(text.substr(open + 1, close - open - 1));
+    text.replace(open + 1, close - open - 1, "L");
+    return line;
+}
+
+} // namespace
+
+int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    std::string text = formatted(format, arguments);
+    va_end(arguments);
+
+    const std::lock_guard guard(lock);
+    const bool prefixed = strncmp(format, "%s[%d]- %s: ", 12) == 0;
+    line_of_log = prefixed ? take_line(text, text.find('[')) : 0;
+    records.push_back("log " + std::to_string(severity_mask) + " " + module + ": " + text);
+    return -1; // nobody may care
+}
+
+int ky_trace_cbuff_log(const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    std::string text = formatted(format, arguments);
+    va_end(arguments);
+
+    const std::lock_guard guard(lock);
+    if (strncmp(format, "[%s] [%s] - %s[%d]: ", 20) == 0) {
+        const int line = take_line(text, text.find('[', text.find("] - ")));
+        EXPECT_GT(line, 0);
+        EXPECT_TRUE(line_of_log == 0 || line_of_log == line) << text;
+    }
+    records.push_back("trace: " + text);
+    return -1;
+}
+
+Records take_records()
+{
+    const std::lock_guard guard(lock);
+    return std::exchange(records, {});
+}
+
+Records statement(
+    uint32_t mask, const std::string& module, const std::string& file, const std::string& function,
+    const std::string& text)
+{
+    static const std::string levels[] = {"NONE   ", "ERROR  ", "WARN   ",
+                                         "NOTICE ", "INFO   ", "DEBUG  "};
+    const std::string level = levels[__builtin_popcount(mask)];
+    const std::string prefix = mask == KY_LOG_MASK_DEBUG ? file + "[L]- " + function + ": " : "";
+    return {
+        "log " + std::to_string(mask) + " " + module + ": " + prefix + text,
+        "trace: [" + level + "] [" + module + "] - " + function + "[L]: " + text};
+}
+
+Records operator+(Records a, const Records& b)
+{
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+static void be_silent()
+{
+    KY_STORE(g_ky_log_module_func_enable, 0);
+    utils_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
+    port_type_validate_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
+    take_records();
+}
+
+void RecordedTest::SetUp()
+{
+    be_silent();
+}
+
+void RecordedTest::TearDown()
+{
+    be_silent();
+}
