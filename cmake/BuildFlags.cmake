@@ -16,7 +16,9 @@ target_compile_options(kriolilglu_library_flags INTERFACE
   -fsemantic-interposition
   -fstack-protector-strong -fstack-clash-protection -fcf-protection=full)
 target_link_options(kriolilglu_library_flags INTERFACE
-  LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack LINKER:--as-needed)
+  LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack
+  # Needed is what is linked, whichever compiler does it: Debian's gcc would leave libc out.
+  LINKER:--no-as-needed)
 
 if(KRIOLILGLU_SANITIZE)
   # Their runtimes are left undefined in shared libraries, and do not know _FORTIFY_SOURCE.
