@@ -20,17 +20,17 @@ write_basic_package_version_file(kriolilgluConfigVersion.cmake COMPATIBILITY Sam
 install(FILES
   ${PROJECT_BINARY_DIR}/kriolilgluConfig.cmake
   ${PROJECT_BINARY_DIR}/kriolilgluConfigVersion.cmake
-  cmake/Findkylog.cmake
   DESTINATION ${package_dir} COMPONENT development)
 
 if(KRIOLILGLU_PLATFORM STREQUAL "stand-in")
-  install(TARGETS kylog
+  install(TARGETS kylog EXPORT kriolilgluTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT platform
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT platform)
   set_target_properties(kriolilglu PROPERTIES INSTALL_RPATH $ORIGIN)
   set(platform_cflags "-I\${includedir}")
   set(platform_libs "-lkylog")
 else()
+  install(FILES cmake/Findkylog.cmake DESTINATION ${package_dir} COMPONENT development)
   cmake_path(GET kylog_LIBRARY PARENT_PATH platform_libdir)
   set(platform_cflags "-I${kylog_INCLUDE_DIR}")
   set(platform_libs "-L${platform_libdir} -lkylog")

@@ -1,4 +1,4 @@
-# The target kylog: the logging library of this tree, or the SDK's own.
+# The platform libraries, as ${platform_libraries}: those of this tree, or the SDK's own.
 
 if(KRIOLILGLU_PLATFORM STREQUAL "stand-in")
   add_library(kylog SHARED platform/kylog/kylog.cpp)
@@ -6,12 +6,13 @@ if(KRIOLILGLU_PLATFORM STREQUAL "stand-in")
     FILE_SET HEADERS
     BASE_DIRS platform/kylog/include
     FILES platform/kylog/include/kylog/kylog.h)
-  target_link_libraries(kylog PRIVATE kriolilglu_library_flags)
+  target_link_libraries(kylog PRIVATE $<BUILD_INTERFACE:kriolilglu_library_flags>)
   set_target_properties(kylog PROPERTIES LINKER_LANGUAGE C)
+  set(platform_libraries kylog)
 elseif(KRIOLILGLU_PLATFORM STREQUAL "system")
   list(PREPEND CMAKE_MODULE_PATH ${PROJECT_SOURCE_DIR}/cmake)
   find_package(kylog REQUIRED)
-  add_library(kylog ALIAS kylog::kylog)
+  set(platform_libraries kylog::kylog)
 else()
   message(FATAL_ERROR
     "KRIOLILGLU_PLATFORM is '${KRIOLILGLU_PLATFORM}'; it must be 'stand-in' or 'system'")

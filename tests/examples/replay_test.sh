@@ -7,11 +7,17 @@ replay=$1
 "$replay" "$2" > /dev/null 2>&1 || { echo "the story does not replay"; exit 1; }
 
 status=0
-output=$(printf '%s\r\n' \
+output=$(printf '%b\r\n' \
     'status 14 # a comment' 'nonsense' 'check device_id 256' 'check device_id -1' '' \
     'name port_mode 4294967296' 'name port_mode 0xFFFFFFFF' 'port nobody 0' 'port 16' \
     'port vlan_ports_set 0x40000000' 'status 0x' 'check swid 7seven' \
-    'a a a a a a a a a a a a a a a a a' | "$replay" - 2>&1) || status=$?
+    'a a a a a a a a a a a a a a a a a' 'check device_id 1 2' 'check mc_id +1' \
+    'status 7\0 6' 'route ADD 10.0.0.0/33 239.0.0.0/8' 'route ADD 10.0.0.0/8 239.0.0.0/255.0.0' \
+    'route ADD 10.0.0.0/8' 'route JUMP 10.0.0.0/8 239.0.0.0/8' \
+    'route ADD 10.0.0.0/8 ff0e::/ffff:: prio=low' 'route ADD 10.0.0.0/8 239.0.0.0/8 colour=red' \
+    'route add 2001:db8::/ffff:ffff:: ff0e::/16 rpf=Drop_List rpf_group=512' \
+    'route GET_FIRST source=10.0.0.1/8' 'rpf-group SET 3 IP_in_IP 4' |
+    "$replay" - 2>&1) || status=$?
 expected='> status 14 # a comment
   14 Parameter Exceeds Range
 > nonsense
@@ -38,11 +44,39 @@ line 11: '\''0x'\'' is not a number from 0 to 4294967295
 line 12: '\''7seven'\'' is not a number from 0 to 255
 > a a a a a a a a a a a a a a a a a
 line 13: more than 16 words
-9 of 13 lines could not be read'
+> check device_id 1 2
+line 14: this check takes no '\''2'\''
+> check mc_id +1
+line 15: '\''+1'\'' is not a number from 0 to 65535
+> status 7
+line 16: it holds a null character
+> route ADD 10.0.0.0/33 239.0.0.0/8
+line 17: '\''33'\'' is not a number from 0 to 32
+> route ADD 10.0.0.0/8 239.0.0.0/255.0.0
+line 18: '\''255.0.0'\'' is not an address or mask of this kind
+> route ADD 10.0.0.0/8
+line 19: a source and a group are missing
+> route JUMP 10.0.0.0/8 239.0.0.0/8
+line 20: nothing is called '\''JUMP'\'' here
+> route ADD 10.0.0.0/8 ff0e::/ffff:: prio=low
+line 21: nothing is called '\''low'\'' here
+> route ADD 10.0.0.0/8 239.0.0.0/8 colour=red
+line 22: there is no option '\''colour=red'\'' here
+> route add 2001:db8::/ffff:ffff:: ff0e::/16 rpf=Drop_List rpf_group=512
+ERROR   KY_API_ROUTER: Invalid RPF group 512 given. Valid RPF group must be given when RPF action is DROP_LIST or TRAP_LIST
+  13 Parameter Error
+> route GET_FIRST source=10.0.0.1/8
+ERROR   KY_API_ROUTER: Given filter source address prefix 10.0.0.1/255.0.0.0 is not a valid IPv4 or IPv6 prefix
+  13 Parameter Error
+> rpf-group SET 3 IP_in_IP 4
+ERROR   KY_API_ROUTER: Invalid VIF type VXLAN given for VIF index 1
+  13 Parameter Error
+18 of 25 lines could not be read'
 if [ "$output" != "$expected" ] || [ "$status" != 1 ]; then
     printf 'exit status %s, output:\n%s\n' "$status" "$output"
     exit 1
 fi
 
+"$replay" "$2" > /dev/full 2> /dev/null && { echo "a full disk goes unnoticed"; exit 1; }
 "$replay" /nonexistent > /dev/null 2>&1 && { echo "a missing file goes unnoticed"; exit 1; }
 exit 0

@@ -1,6 +1,7 @@
 #include "recorder.h"
 
 #include <ky_port_type_validate.h>
+#include <ky_router_utils_validate.h>
 #include <ky_utils.h>
 
 #include <cstdarg>
@@ -88,11 +89,26 @@ Records operator+(Records a, const Records& b)
     return a;
 }
 
+void Fingerprint::add(const char* text)
+{
+    do {
+        hash_ = (hash_ ^ static_cast<unsigned char>(*text)) * 0x100000001b3;
+    } while (*text++ != '\0');
+}
+
+std::string Fingerprint::text() const
+{
+    char digits[17];
+    snprintf(digits, sizeof digits, "%016lx", hash_);
+    return digits;
+}
+
 static void be_silent()
 {
     KY_STORE(g_ky_log_module_func_enable, 0);
     utils_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
     port_type_validate_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
+    ky_router_utils_log_verbosity_set(KY_LOG_LEVEL_DEFAULT);
     take_records();
 }
 

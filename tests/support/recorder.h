@@ -17,12 +17,26 @@ using Records = std::vector<std::string>;
 /* What has been recorded since the last call. */
 Records take_records();
 
+#define EXPECT_RECORDS(...) EXPECT_EQ(take_records(), (__VA_ARGS__))
+#define EXPECT_SILENCE() EXPECT_EQ(take_records(), Records{})
+
 /* The two records of one statement. */
 Records statement(
     uint32_t mask, const std::string& module, const std::string& file, const std::string& function,
     const std::string& text);
 
 Records operator+(Records a, const Records& b);
+
+/* FNV-1a over texts, each with its end, as hexadecimal text: what guards a table that is not worth
+ * a second copy. */
+class Fingerprint {
+  public:
+    void add(const char* text);
+    std::string text() const;
+
+  private:
+    uint64_t hash_ = 0xcbf29ce484222325;
+};
 
 /* Every test starts and ends silent, with the default verbosity and without traces. */
 class RecordedTest : public testing::Test {

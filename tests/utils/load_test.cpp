@@ -1,0 +1,26 @@
+// What holds from load time on, in a process that has set nothing.
+#include "recorder.h"
+
+#include <ky_port_type_validate.h>
+#include <ky_router_utils_validate.h>
+#include <ky_utils.h>
+
+static_assert(KY_LOG_LEVEL_DEFAULT == 3);
+
+TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
+{
+    KY_STORE(g_ky_log_module_func_enable, 1);
+    uint32_t value = 77;
+    EXPECT_EQ(utils_boot_mode_get(&value), KY_STATUS_SUCCESS);
+    EXPECT_EQ(value, 0U);
+    EXPECT_EQ(utils_use_xm_get(&value), KY_STATUS_SUCCESS);
+    EXPECT_EQ(value, 0U);
+    EXPECT_SILENCE();
+
+    EXPECT_EQ(utils_check_mc_id(0), KY_STATUS_PARAM_EXCEEDS_RANGE);
+    EXPECT_EQ(is_port_type_valid(0, 0), 0U);
+    EXPECT_EQ(
+        ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_ADD, 0, nullptr, nullptr, nullptr),
+        KY_STATUS_PARAM_NULL);
+    EXPECT_EQ(take_records().size(), 6U); // three messages, to two sinks each
+}
