@@ -146,7 +146,7 @@ KY_ENUM(ky_access_cmd_t){
 #define KY_LOG_LEVEL_MAX 8U     /**< the highest level with a name; a higher one prints all too */
 
 /** The level, 1 (error) to 5 (debug), from which a module prints statements of a mask. */
-#define KY_LOG_LEVEL(mask) __builtin_ctz((mask) + 1U)
+#define KY_LOG_LEVEL(mask) (__builtin_ctz((mask) + 1U) + 0U)
 
 /* Seven characters each, as they stand in a record; the last one is for a level without a name. */
 static const char ky_log_level_names[][8] = {
@@ -161,7 +161,7 @@ static const char ky_log_level_names[][8] = {
  * KY_LOG_ERROR(format, ...) and its sisters are expressions of type void. The format is a string
  * literal with up to nine arguments. If the module's verbosity lets the statement through, it goes
  * to `ky_log` and then to `ky_trace_cbuff_log`; if not, it costs one load, one comparison and a
- * branch. In C the arguments are evaluated once for each of the two, so they must be pure. */
+ * branch. C and C++11 evaluate the arguments once for each of the two, so they must be pure. */
 
 #define KY_LOG_ERROR(...) KY_LOG(KY_LOG_MASK_ERROR, __VA_ARGS__)
 #define KY_LOG_WARNING(...) KY_LOG(KY_LOG_MASK_WARNING, __VA_ARGS__)
@@ -182,13 +182,14 @@ static const char ky_log_level_names[][8] = {
 #define KY_TRACE_ENTRY() KY_TRACE_IN(__func__, "entered")
 #define KY_TRACE_EXIT() KY_TRACE_IN(__func__, "left")
 
-#if defined(__cplusplus) && __cplusplus >= 201703L
-/** Traces entry here and exit when the enclosing function returns, wherever it does. */
+#if defined(__cplusplus) && __cplusplus >= 201703L // it deduces a template's argument
+/** Traces entry here, and exit when the enclosing function returns, wherever it does. */
 #define KY_TRACE_FUNCTION()             \
     KY_TRACE_ENTRY();                   \
     const ky_trace_scope ky_trace_exit( \
-        __func__, [](const char* function) { KY_TRACE_IN(function, "left"); })
+        __func__, [](const char* ky_traced) { KY_TRACE_IN(ky_traced, "left"); })
 
+extern "C++" { // whatever this header is included in
 template <typename Exit> class ky_trace_scope {
   public:
     ky_trace_scope(const char* function, Exit exit) : function_(function), exit_(exit) {}
@@ -203,6 +204,7 @@ template <typename Exit> class ky_trace_scope {
     const char* function_;
     Exit exit_;
 };
+}
 #endif
 
 /* ---- How the statements are made ---- */
@@ -215,19 +217,18 @@ template <typename Exit> class ky_trace_scope {
 /* C++ moves the records into a function of their own that is cold and takes its arguments by value:
  * what stays behind needs no stack frame. C has no such form, and writes them in place. */
 #if defined(__cplusplus) && __cplusplus >= 201402L
-#define KY_LOG_IN(function, mask, ...)                                                      \
-    (KY_LOG_WANTED(mask)                                                                    \
-         ? [](const char* in_function, auto... arguments) __attribute__((cold, noinline)) { \
-               KY_LOG_RECORDS(in_function, mask, KY_LOG_FORMAT(__VA_ARGS__), arguments...); \
-           }(function KY_LOG_ARGUMENTS(__VA_ARGS__))                                        \
+#define KY_LOG_IN(function, mask, ...)                                                         \
+    (KY_LOG_WANTED(mask)                                                                       \
+         ? [](const char* ky_function, auto... ky_arguments) __attribute__((cold, noinline)) { \
+               KY_LOG_RECORDS(ky_function, mask, KY_LOG_FORMAT(__VA_ARGS__), ky_arguments...); \
+           }(function KY_LOG_ARGUMENTS(__VA_ARGS__))                                           \
          : (void)0)
 #else
 #define KY_LOG_IN(function, mask, ...) \
     (KY_LOG_WANTED(mask) ? KY_LOG_RECORDS(function, mask, __VA_ARGS__) : (void)0)
 #endif
 
-#define KY_LOG_WANTED(mask) \
-    __builtin_expect(KY_LOAD(KY_LOG_VERBOSITY) >= (uint32_t)KY_LOG_LEVEL(mask), 0)
+#define KY_LOG_WANTED(mask) __builtin_expect(KY_LOAD(KY_LOG_VERBOSITY) >= KY_LOG_LEVEL(mask), 0)
 
 /* Both records of one statement. From debug level on, the first one says where it comes from. */
 /* clang-format off */

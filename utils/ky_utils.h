@@ -21,8 +21,8 @@ KY_EXPORT void utils_ky_log_enter(const char* function_name);
 
 /** Writes an exit record under "UTILS", if function traces are on and its verbosity is 5 or more.
  *
- *  The failure paths of this header's functions return through it, so a process that puts a
- *  function of this name in front of the library sees each of them.
+ *  The argument checks below, but for utils_check_msg_size, return through it when they fail, so a
+ *  process that puts a function of this name in front of the library sees each failure.
  *
  *  @param status         what the function is about to return
  *  @param function_name  the function that is left; a string that need live for the call only
@@ -138,7 +138,8 @@ KY_EXPORT ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit);
 /* ---- Settings ----
  *
  * Kept for the SDK's components, for the life of the process; the library itself does not act on
- * them. A get that runs beside a set yields the value before or after it. */
+ * them. A get that runs beside a set yields the value before or after it. All but
+ * utils_boot_mode_get trace their entry and exit. */
 
 /** Sets the use-XM flag, 0 at load.
  *
@@ -162,7 +163,7 @@ KY_EXPORT ky_status_t utils_use_xm_get(uint32_t* use_xm_p);
  */
 KY_EXPORT ky_status_t utils_boot_mode_set(uint32_t boot_mode);
 
-/** Gets the boot mode. It writes no entry and no exit trace.
+/** Gets the boot mode. For a null pointer it logs a message of its own after the check's.
  *
  *  @param[out] boot_mode_p  receives the mode; untouched on failure
  *  @return                  KY_STATUS_SUCCESS, or KY_STATUS_PARAM_NULL if boot_mode_p is null

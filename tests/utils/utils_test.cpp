@@ -70,89 +70,88 @@ TEST_F(UtilsTest, ChecksAcceptInSilence)
     take_records();
     for (const auto& [label, call] : calls) {
         EXPECT_EQ(call(), KY_STATUS_SUCCESS) << label;
-        EXPECT_EQ(take_records(), Records{}) << label;
+        EXPECT_SILENCE() << label;
     }
 }
 
 struct Refusal {
-    const char* function;
-    std::function<ky_status_t()> call;
+    std::string call;
+    std::function<ky_status_t()> make;
     ky_status_t status;
-    const char* message;
-    bool leaves_through_exit = true;
+    std::string message;
 };
 
+constexpr ky_status_t RANGE = KY_STATUS_PARAM_EXCEEDS_RANGE;
+
+// clang-format off
+#define CALL(call) #call, [] { return call; }
 const Refusal refusals[] = {
-    {"utils_check_pointer", [] { return utils_check_pointer(nullptr, "thing"); },
-     KY_STATUS_PARAM_NULL, "NULL Pointer (thing)\n"},
-    {"utils_check_pointer", [] { return utils_check_pointer(nullptr, nullptr); },
-     KY_STATUS_PARAM_NULL, "NULL Pointer (no pointer description)\n"},
-    {"utils_check_verbosity_level", [] { return utils_check_verbosity_level(9); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Verbosity level (9) is out of range : [0 .. 8]\n"},
-    {"utils_check_verbosity_level", [] { return utils_check_verbosity_level(0xffffffff); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Verbosity level (4294967295) is out of range : [0 .. 8]\n"},
-    {"utils_check_array_length", [] { return utils_check_array_length(0, "list"); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Zero length (list)\n"},
-    {"utils_check_array_length", [] { return utils_check_array_length(0, nullptr); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Zero length\n"},
-    {"utils_check_array_size", [] { return utils_check_array_size(0, "list"); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Zero size (list)\n"},
-    {"utils_check_array_size", [] { return utils_check_array_size(0, nullptr); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Zero size\n"},
-    {"utils_check_mc_id", [] { return utils_check_mc_id(0); }, KY_STATUS_PARAM_EXCEEDS_RANGE,
+    {CALL(utils_check_pointer(nullptr, "thing")), KY_STATUS_PARAM_NULL, "NULL Pointer (thing)\n"},
+    {CALL(utils_check_pointer(nullptr, nullptr)), KY_STATUS_PARAM_NULL,
+     "NULL Pointer (no pointer description)\n"},
+    {CALL(utils_check_verbosity_level(9)), RANGE,
+     "Verbosity level (9) is out of range : [0 .. 8]\n"},
+    {CALL(utils_check_verbosity_level(0xffffffff)), RANGE,
+     "Verbosity level (4294967295) is out of range : [0 .. 8]\n"},
+    {CALL(utils_check_array_length(0, "list")), RANGE, "Zero length (list)\n"},
+    {CALL(utils_check_array_length(0, nullptr)), RANGE, "Zero length\n"},
+    {CALL(utils_check_array_size(0, "list")), RANGE, "Zero size (list)\n"},
+    {CALL(utils_check_array_size(0, nullptr)), RANGE, "Zero size\n"},
+    {CALL(utils_check_mc_id(0)), RANGE, "Multicast ID (0) exceeds range [1..65535]\n"},
+    {CALL(call_with_rubbish(utils_check_mc_id, 0x10000)), RANGE,
      "Multicast ID (0) exceeds range [1..65535]\n"},
-    {"utils_check_mc_id", [] { return call_with_rubbish(utils_check_mc_id, 0x10000); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Multicast ID (0) exceeds range [1..65535]\n"},
-    {"utils_check_mstp_inst_id", [] { return utils_check_mstp_inst_id(1025); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "MSTP Instance ID (1025) exceeds range [0..1024]\n"},
-    {"utils_check_mstp_inst_port_state", [] { return utils_check_mstp_inst_port_state(0); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "MSTP Instance Port-State (# 0) exceeds range [1..3]\n"},
-    {"utils_check_mstp_inst_port_state", [] { return utils_check_mstp_inst_port_state(4); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "MSTP Instance Port-State (# 4) exceeds range [1..3]\n"},
-    {"utils_check_swid", [] { return utils_check_swid(8); }, KY_STATUS_PARAM_EXCEEDS_RANGE,
-     "Switch ID (8) exceeds range [0..7]\n"},
-    {"utils_check_swid", [] { return utils_check_swid(253); }, KY_STATUS_PARAM_EXCEEDS_RANGE,
-     "Switch ID (253) exceeds range [0..7]\n"},
-    {"utils_check_swid", [] { return call_with_rubbish(utils_check_swid, 0x1ff); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Switch ID (255) exceeds range [0..7]\n"},
-    {"utils_check_port_admin_state", [] { return utils_check_port_admin_state(0); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Port Administrative State (# 0) exceeds range [1..2]\n"},
-    {"utils_check_port_admin_state", [] { return utils_check_port_admin_state(3); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Port Administrative State (# 3) exceeds range [1..2]\n"},
-    {"utils_check_port_admin_state", [] { return utils_check_port_admin_state(-1); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE,
+    {CALL(utils_check_mstp_inst_id(1025)), RANGE,
+     "MSTP Instance ID (1025) exceeds range [0..1024]\n"},
+    {CALL(utils_check_mstp_inst_port_state(0)), RANGE,
+     "MSTP Instance Port-State (# 0) exceeds range [1..3]\n"},
+    {CALL(utils_check_mstp_inst_port_state(4)), RANGE,
+     "MSTP Instance Port-State (# 4) exceeds range [1..3]\n"},
+    {CALL(utils_check_swid(8)), RANGE, "Switch ID (8) exceeds range [0..7]\n"},
+    {CALL(utils_check_swid(253)), RANGE, "Switch ID (253) exceeds range [0..7]\n"},
+    {CALL(call_with_rubbish(utils_check_swid, 0x1ff)), RANGE,
+     "Switch ID (255) exceeds range [0..7]\n"},
+    {CALL(utils_check_port_admin_state(0)), RANGE,
+     "Port Administrative State (# 0) exceeds range [1..2]\n"},
+    {CALL(utils_check_port_admin_state(3)), RANGE,
+     "Port Administrative State (# 3) exceeds range [1..2]\n"},
+    {CALL(utils_check_port_admin_state(-1)), RANGE,
      "Port Administrative State (# 4294967295) exceeds range [1..2]\n"},
-    {"utils_check_device_id", [] { return utils_check_device_id(254); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Device ID (254) exceeds range [1..253]\n"},
-    {"utils_check_device_id", [] { return call_with_rubbish(utils_check_device_id, 0x100); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Device ID (0) exceeds range [1..253]\n"},
-    {"utils_check_device_node_type", [] { return utils_check_device_node_type(6); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Device Topology Type # (6) exceeds range [0..5]\n"},
-    {"utils_check_device_node_type", [] { return utils_check_device_node_type(-1); },
-     KY_STATUS_PARAM_EXCEEDS_RANGE, "Device Topology Type # (4294967295) exceeds range [0..5]\n"},
-    {"utils_check_msg_size", [] { return utils_check_msg_size(0, 0); }, KY_STATUS_MESSAGE_SIZE_ZERO,
-     "Message size (0b) is zero\n", false},
-    {"utils_check_msg_size", [] { return utils_check_msg_size(5, 4); },
-     KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT, "Message size (5b) exceeds limit (4b)\n", false},
+    {CALL(utils_check_device_id(254)), RANGE, "Device ID (254) exceeds range [1..253]\n"},
+    {CALL(call_with_rubbish(utils_check_device_id, 0x100)), RANGE,
+     "Device ID (0) exceeds range [1..253]\n"},
+    {CALL(utils_check_device_node_type(6)), RANGE,
+     "Device Topology Type # (6) exceeds range [0..5]\n"},
+    {CALL(utils_check_device_node_type(-1)), RANGE,
+     "Device Topology Type # (4294967295) exceeds range [0..5]\n"},
+    {CALL(utils_check_msg_size(0, 0)), KY_STATUS_MESSAGE_SIZE_ZERO, "Message size (0b) is zero\n"},
+    {CALL(utils_check_msg_size(5, 4)), KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT,
+     "Message size (5b) exceeds limit (4b)\n"},
 };
+#undef CALL
+// clang-format on
+
+/* The name of the check that a call makes, with rubbish or without. */
+std::string function_of(const std::string& call)
+{
+    const size_t start = call.find("utils_check_");
+    return call.substr(start, call.find_first_of("(,", start) - start);
+}
 
 TEST_F(UtilsTest, ChecksRefuseWithOneMessageAndAnExitRecordWhenTraced)
 {
-    for (const Refusal& refusal : refusals) {
-        SCOPED_TRACE(refusal.message);
-        const Records message = said(1, refusal.function, refusal.message);
-        Records traced = message;
-        if (refusal.leaves_through_exit) {
-            traced =
-                traced + said(31, "utils_ky_log_exit", std::string(refusal.function) + " - left\n");
-        }
+    for (const auto& [call, make, status, text] : refusals) {
+        SCOPED_TRACE(call);
+        const std::string function = function_of(call);
+        const Records message = said(1, function, text);
+        const Records exit = said(31, "utils_ky_log_exit", function + " - left\n");
+        const Records traced = function == "utils_check_msg_size" ? message : message + exit;
         for (const auto& [verbosity, flag, expected] :
              {std::tuple{0U, 1, Records{}}, {1U, 1, message}, {5U, 0, message}, {5U, 1, traced}}) {
             utils_log_verbosity_level_set(verbosity);
             KY_STORE(g_ky_log_module_func_enable, flag);
             take_records();
-            EXPECT_EQ(refusal.call(), refusal.status);
-            EXPECT_EQ(take_records(), expected);
+            EXPECT_EQ(make(), status);
+            EXPECT_RECORDS(expected);
             KY_STORE(g_ky_log_module_func_enable, 0);
         }
     }
@@ -161,24 +160,22 @@ TEST_F(UtilsTest, ChecksRefuseWithOneMessageAndAnExitRecordWhenTraced)
 TEST_F(UtilsTest, SettingsKeepWhatTheyAccept)
 {
     uint32_t value = 77;
-    EXPECT_EQ(utils_boot_mode_get(&value), KY_STATUS_SUCCESS);
-    EXPECT_EQ(value, 0U);
-    EXPECT_EQ(utils_use_xm_get(&value), KY_STATUS_SUCCESS);
-    EXPECT_EQ(value, 0U);
-
     for (const uint32_t use_xm : {7U, 0xffffffffU, 0U}) {
         EXPECT_EQ(utils_use_xm_set(use_xm), KY_STATUS_SUCCESS);
         EXPECT_EQ(utils_use_xm_get(&value), KY_STATUS_SUCCESS);
         EXPECT_EQ(value, use_xm);
     }
     EXPECT_EQ(utils_boot_mode_set(5), KY_STATUS_SUCCESS);
-    EXPECT_EQ(take_records(), Records{});
+    EXPECT_SILENCE();
     EXPECT_EQ(utils_boot_mode_set(6), KY_STATUS_PARAM_EXCEEDS_RANGE);
-    EXPECT_EQ(
-        take_records(), said(
-                            1, "utils_boot_mode_set",
-                            "Failed to set issu mode, parameter boot_mode (6) is exceed range. "
-                            "Max value (5)\n"));
+    EXPECT_RECORDS(said(
+        1, "utils_boot_mode_set",
+        "Failed to set issu mode, parameter boot_mode (6) is exceed range. "
+        "Max value (5)\n"));
+    utils_log_verbosity_level_set(0);
+    EXPECT_EQ(utils_boot_mode_set(6), KY_STATUS_PARAM_EXCEEDS_RANGE);
+    EXPECT_EQ(utils_boot_mode_get(nullptr), KY_STATUS_PARAM_NULL);
+    EXPECT_SILENCE();
     EXPECT_EQ(utils_boot_mode_get(&value), KY_STATUS_SUCCESS);
     EXPECT_EQ(value, 5U);
     EXPECT_EQ(utils_boot_mode_set(0), KY_STATUS_SUCCESS);
@@ -194,33 +191,29 @@ TEST_F(UtilsTest, SettingsTraceAsTheyAreMeantTo)
     KY_STORE(g_ky_log_module_func_enable, 1);
 
     EXPECT_EQ(utils_use_xm_set(0), KY_STATUS_SUCCESS);
-    EXPECT_EQ(take_records(), entered("utils_use_xm_set") + left("utils_use_xm_set"));
+    EXPECT_RECORDS(entered("utils_use_xm_set") + left("utils_use_xm_set"));
     EXPECT_EQ(utils_use_xm_get(nullptr), KY_STATUS_PARAM_NULL);
-    EXPECT_EQ(
-        take_records(),
+    EXPECT_RECORDS(
         entered("utils_use_xm_get") + null_message + check_left + left("utils_use_xm_get"));
     EXPECT_EQ(utils_boot_mode_set(99), KY_STATUS_PARAM_EXCEEDS_RANGE);
-    EXPECT_EQ(
-        take_records(), entered("utils_boot_mode_set") +
-                            said(
-                                1, "utils_boot_mode_set",
-                                "Failed to set issu mode, parameter boot_mode (99) is exceed "
-                                "range. Max value (5)\n") +
-                            left("utils_boot_mode_set"));
+    EXPECT_RECORDS(
+        entered("utils_boot_mode_set") +
+        said(
+            1, "utils_boot_mode_set",
+            "Failed to set issu mode, parameter boot_mode (99) is exceed "
+            "range. Max value (5)\n") +
+        left("utils_boot_mode_set"));
     EXPECT_EQ(utils_boot_mode_get(&value), KY_STATUS_SUCCESS);
-    EXPECT_EQ(take_records(), Records{});
+    EXPECT_SILENCE();
     EXPECT_EQ(utils_boot_mode_get(nullptr), KY_STATUS_PARAM_NULL);
-    EXPECT_EQ(
-        take_records(), said(1, "utils_check_pointer", "NULL Pointer (boot_mode_p)\n") +
-                            check_left +
-                            said(
-                                1, "utils_boot_mode_get",
-                                "failed to get issu mode, parameter boot_mode_p is NULL\n"));
+    EXPECT_RECORDS(
+        said(1, "utils_check_pointer", "NULL Pointer (boot_mode_p)\n") + check_left +
+        said(1, "utils_boot_mode_get", "failed to get issu mode, parameter boot_mode_p is NULL\n"));
 
     EXPECT_EQ(utils_log_verbosity_level_set(3), KY_STATUS_SUCCESS);
-    EXPECT_EQ(take_records(), entered("utils_log_verbosity_level_set"));
+    EXPECT_RECORDS(entered("utils_log_verbosity_level_set"));
     EXPECT_EQ(utils_log_verbosity_level_set(0xffffffff), KY_STATUS_SUCCESS);
-    EXPECT_EQ(take_records(), left("utils_log_verbosity_level_set"));
+    EXPECT_RECORDS(left("utils_log_verbosity_level_set"));
 }
 
 TEST_F(UtilsTest, AnyThreadMayCallAnythingAtAnyTime)

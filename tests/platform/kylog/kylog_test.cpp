@@ -27,10 +27,12 @@ TEST(KylogTest, WritesOneLineAMessage)
 {
     testing::internal::CaptureStderr();
     ky_log(1, "UTILS", "Device ID (%u)\n", 254U);
+    ky_log(3, "LAG", "warned\n");
     ky_log(7, "ADVISER", "no newline %s", "here");
     ky_log(2, "X", "\n");
     EXPECT_EQ(
         testing::internal::GetCapturedStderr(), "ERROR   UTILS: Device ID (254)\n"
+                                                "WARN    LAG: warned\n"
                                                 "NOTICE  ADVISER: no newline here\n"
                                                 "UNKNOWN X: \n");
 }
