@@ -35,8 +35,7 @@ KY_EXPORT extern port_type_validation_entry_t port_type_validation_table[PORT_TY
  *  why. It traces entry and exit, and any thread may call it.
  *
  *  @param enum_id   row of the API function, 1 to 172
- *  @param log_port  logical port ID; bits 31 to 28 are the port's type, the others are not looked
- * at
+ *  @param log_port  logical port ID; bits 31 to 28 are the port's type, the others do not matter
  *  @return          1 if the function accepts the type; 0 if not, or if enum_id is not such a row
  */
 KY_EXPORT uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port);
