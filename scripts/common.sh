@@ -5,7 +5,7 @@ say() {
     printf '%s: %s\n' "$self" "$*" >&2
 }
 
-# Runs a command and shows what it printed only if it fails. It never reads the script's input.
+# Runs a command and shows what it printed only if it fails or warns. It never reads the script's input.
 quietly() {
     log=$(mktemp)
     if ! "$@" > "$log" 2>&1 < /dev/null; then
@@ -14,7 +14,14 @@ quietly() {
         say "failed: $*"
         exit 1
     fi
+    ! grep -q 'warning: ' "$log" || cat "$log" >&2
     rm -f "$log"
+}
+
+# Prints the usage that a script opens with, and ends it.
+usage() {
+    sed -n '2,/^[^#]/s/^# //p' "$0" >&2
+    exit 2
 }
 
 # Sees to it that Debian's packages are there; elsewhere their tools are taken to be.

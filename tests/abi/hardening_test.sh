@@ -11,6 +11,7 @@ readelf -dW "$library" > "$work/dynamic"
 readelf -lW "$library" > "$work/segments"
 readelf -SW "$library" > "$work/sections"
 objdump -d "$library" > "$work/code"
+nm -D --undefined-only "$library" > "$work/imports"
 failed=0
 
 expect() { # WHAT COMMAND...
@@ -43,9 +44,23 @@ expect_not "no symbol has a version" grep -q '\.gnu\.version_d' "$work/sections"
 expect "indirect branches land on marked places" \
     test "$(grep -c endbr64 "$work/code")" -ge "$(nm -D --defined-only "$library" | grep -c ' T ')"
 expect_not "no path of the build machine is in it" grep -qF "$source_dir/" "$library"
-find "$(dirname "$library")" -path '*/kriolilglu.dir/*' -name '*.o' > "$work/objects"
-while read -r object; do
-    readelf -SW "$object" > "$work/object"
-    expect_not "$object runs no code when it is loaded" grep -qE '\.(init_array|ctors)' "$work/object"
-done < "$work/objects"
+expect "functions with arrays guard their stack" grep -q '__stack_chk_fail' "$work/imports"
+if [ -e "$(dirname "$library")/libkylog.so" ]; then
+    nm -D --undefined-only "$(dirname "$library")/libkylog.so" > "$work/imports"
+    expect "formatted output is checked" grep -q '_chk' "$work/imports"
+fi
+# GCC records its options beside the debug information.
+readelf --debug-dump=info "$library" | grep 'GNU C++' > "$work/options" || true
+expect_not "stack frames are probed" grep -vq -e '-fstack-clash-protection' "$work/options"
+
+objects=$(dirname "$library")/CMakeFiles/kriolilglu.dir
+if [ -d "$objects" ]; then
+    find "$objects" -name '*.o' > "$work/objects"
+    expect "the library is made of objects" test -s "$work/objects"
+    while read -r object; do
+        readelf -SW "$object" > "$work/object"
+        expect_not "$object runs no code when it is loaded" \
+            grep -qE '\.(init_array|ctors)' "$work/object"
+    done < "$work/objects"
+fi
 exit "$failed"

@@ -2,6 +2,7 @@
 #include <ky_common.h>
 #include <ky_names.h>
 #include <ky_port_type_validate.h>
+#include <ky_router_utils_validate.h>
 #include <ky_utils.h>
 
 #include <assert.h>
@@ -16,6 +17,12 @@ static uint32_t consumer_verbosity_level = KY_LOG_LEVEL_MAX;
 static_assert(sizeof(ky_status_t) == 4, "32 bits");
 static_assert(sizeof(ky_access_cmd_t) == 4, "32 bits");
 static_assert(sizeof(port_type_validation_entry_t) == 16, "the layout of a row");
+static_assert(sizeof(ky_mc_route_key_t) == 72, "two prefixes");
+static_assert(offsetof(ky_ip_prefix_t, prefix.ipv6.mask) == 20, "behind its address");
+static_assert(sizeof(ky_mc_route_attr_t) == 32, "with the router's words");
+static_assert(sizeof(ky_mc_route_data_t) == 12, "what is examined");
+static_assert(sizeof(ky_mc_route_get_filter_t) == 88, "what is examined");
+static_assert(sizeof(ky_router_vinterface_t) == 8, "a type and an ID");
 static_assert(offsetof(port_type_validation_entry_t, allowed_port_types) == 8, "its mask");
 static_assert(sizeof port_type_validation_table == 2784, "the size that programs copy");
 
@@ -34,9 +41,11 @@ static ky_status_t consume(uint32_t port)
 int main(void)
 {
     g_ky_log_module_func_enable = 1;
-    const int good = consume(0x10000001) == KY_STATUS_SUCCESS &&
-                     consume(0x40000001) == KY_STATUS_PARAM_ERROR &&
-                     strcmp(ky_access_cmd_str(KY_ACCESS_CMD_GET_FIRST), "GET FIRST") == 0 &&
-                     strcmp(ky_port_type_str(4), "CPU") == 0;
+    const int good =
+        consume(0x10000001) == KY_STATUS_SUCCESS && consume(0x40000001) == KY_STATUS_PARAM_ERROR &&
+        strcmp(ky_access_cmd_str(KY_ACCESS_CMD_GET_FIRST), "GET FIRST") == 0 &&
+        strcmp(ky_port_type_str(4), "CPU") == 0 &&
+        ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_DELETE_ALL, 0, NULL, NULL, NULL) ==
+            KY_STATUS_SUCCESS;
     return good ? 0 : 1;
 }

@@ -1,2 +1,14 @@
-// The same program as C++.
+// The same program as C++, and names that a consumer might use.
+extern "C" {
 #include "consumer.c"
+}
+
+uint32_t consume_again(uint32_t function, uint32_t arguments);
+
+uint32_t consume_again(uint32_t function, uint32_t arguments)
+{
+#if __cplusplus >= 201703L
+    KY_TRACE_FUNCTION();
+#endif
+    return KY_FAIL(function, "%u %u\n", function, arguments);
+}
