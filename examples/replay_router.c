@@ -72,11 +72,12 @@ static bool route_get(const words_t* words, ky_access_cmd_t cmd)
         {"by_rif", NULL, &filter.ingress_rif_valid, NULL, NULL},
         {"by_rif_in_groups", NULL, &filter.ingress_rif_incl_rpf_groups_valid, NULL, NULL},
     };
-    const size_t first_option = cmd == KY_ACCESS_CMD_GET ? 4 : 2;
-    if (cmd == KY_ACCESS_CMD_GET && !read_key(words, 2, &key)) {
+    // A get names its route; a filter would not be looked at.
+    const bool has_key = cmd == KY_ACCESS_CMD_GET;
+    if (has_key && !read_key(words, 2, &key)) {
         return false;
     }
-    return read_options(words, first_option, options, COUNT_OF(options)) &&
+    return read_options(words, has_key ? 4 : 2, options, has_key ? 1 : COUNT_OF(options)) &&
            print_status(
                ky_router_utils_validate_mc_route_get(cmd, 0, &key, &filter, NULL, &entries));
 }
@@ -141,6 +142,9 @@ bool request_egress(const words_t* words)
         (words->word[4] != NULL && !read_uint32(words->word[4], &count))) {
         return false;
     }
+    if (cmd == KY_ACCESS_CMD_GET && words->word[4] != NULL) {
+        return unreadable("a get takes no count");
+    }
     return print_status(
         cmd == KY_ACCESS_CMD_GET
             ? ky_router_utils_validate_mc_egress_rif_get(0, &key, NULL, NULL)
@@ -166,6 +170,9 @@ bool request_counter(const words_t* words)
         (words->word[4] != NULL && !read_uint32(words->word[4], &counter))) {
         return false;
     }
+    if (cmd == KY_ACCESS_CMD_GET && words->word[4] != NULL) {
+        return unreadable("a get takes no counter");
+    }
     return print_status(
         cmd == KY_ACCESS_CMD_GET
             ? ky_router_utils_validate_mc_route_counter_bind_get(0, &key, NULL)
@@ -190,6 +197,9 @@ bool request_rpf_group(const words_t* words)
     }
     const bool is_get =
         cmd == KY_ACCESS_CMD_GET || cmd == KY_ACCESS_CMD_GET_FIRST || cmd == KY_ACCESS_CMD_GET_NEXT;
+    if (is_get && count != 0) {
+        return unreadable("a get takes no interfaces");
+    }
     return print_status(
         is_get ? ky_router_utils_validate_mc_rpf_group_get(cmd, &group, NULL, NULL)
                : ky_router_utils_validate_mc_rpf_group_set(cmd, &group, vifs, count));

@@ -2,7 +2,6 @@
 #include "ky_router_utils_validate.h"
 
 #include <arpa/inet.h>
-#include <bit>
 #include <cstddef>
 #include <cstring>
 
@@ -88,10 +87,8 @@ ALWAYS_INLINE Halves halves_of(const uint32_t (&words)[4])
 /* The four words as one number. */
 ALWAYS_INLINE uint128_t number_of(const uint32_t (&words)[4])
 {
-    // On a little-endian machine each half has its two words swapped.
-    constexpr int swap = std::endian::native == std::endian::little ? 32 : 0;
-    const auto [first, second] = halves_of(words);
-    return uint128_t{std::rotl(first, swap)} << 64 | std::rotl(second, swap);
+    return uint128_t{words[0]} << 96 | uint128_t{words[1]} << 64 | uint128_t{words[2]} << 32 |
+           words[3];
 }
 
 /* Whether the set bits are one run from the most significant bit on: one added to the bits that are
@@ -242,7 +239,7 @@ const char* __prefix_mask_to_str(const ky_ip_prefix_t* prefix, PrefixText& text)
 
 /* KY_FAIL with a message about a prefix, whose arguments are the texts `address` and `mask`. The
  * texts and their buffers are made where the records are, off the path that passes. */
-#define FAIL_ABOUT(prefix_p, status, ...)                                                        \
+#define FAIL_ABOUT(status, prefix_p, ...)                                                        \
     ((KY_LOG_WANTED(KY_LOG_MASK_ERROR)                                                           \
           ? [](const char* function, const ky_ip_prefix_t* prefix)                               \
                 __attribute__((cold, noinline)) {                                                \
@@ -286,18 +283,18 @@ ALWAYS_INLINE ky_status_t __validate_mc_key_ranges(const ky_mc_route_key_t* mc_r
 
     if (!is_in_mc_range(group) && !is_ipv4_broadcast(group) && !is_any_group(group)) {
         return FAIL_ABOUT(
-            group, KY_STATUS_PARAM_EXCEEDS_RANGE,
+            KY_STATUS_PARAM_EXCEEDS_RANGE, group,
             "Given MC mask %s/%s is not in the valid MC address range\n", address, mask);
     }
     if (!is_prefix(source)) {
         return FAIL_ABOUT(
-            source, KY_STATUS_PARAM_ERROR,
+            KY_STATUS_PARAM_ERROR, source,
             "Given source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n", address,
             mask);
     }
     if (!__is_mc_prefix_valid(group) && !is_any_group(group)) {
         return FAIL_ABOUT(
-            group, KY_STATUS_PARAM_ERROR, "Given MC mask %s/%s is not a valid mask\n", address,
+            KY_STATUS_PARAM_ERROR, group, "Given MC mask %s/%s is not a valid mask\n", address,
             mask);
     }
     return KY_STATUS_SUCCESS;
@@ -354,7 +351,6 @@ ky_status_t ky_router_utils_validate_mc_route_set(
     const bool needs_rpf_group =
         attr.rpf_action == RPF_ACTION_DROP_LIST || attr.rpf_action == RPF_ACTION_TRAP_LIST;
     const bool has_user_token = attr.user_token_valid == 1;
-
     if (attr.rpf_action > RPF_ACTION_MAX) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Given RPF action %d is invalid\n", attr.rpf_action);
     }
@@ -370,7 +366,7 @@ ky_status_t ky_router_utils_validate_mc_route_set(
     }
     if (attr.prio_type == PRIO_TYPE_LPM && !is_prefix(group)) {
         return FAIL_ABOUT(
-            group, KY_STATUS_PARAM_ERROR,
+            KY_STATUS_PARAM_ERROR, group,
             "Invalid MC group mask %s/%s given for priority type LPM\n", address, mask);
     }
     if (attr.ttl_cmd < TTL_CMD_MIN || attr.ttl_cmd > TTL_CMD_MAX) {
@@ -433,7 +429,7 @@ ky_status_t ky_router_utils_validate_mc_route_get(
         }
         if (!is_prefix(source)) {
             return FAIL_ABOUT(
-                source, KY_STATUS_PARAM_ERROR,
+                KY_STATUS_PARAM_ERROR, source,
                 "Given filter source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n",
                 address, mask);
         }
@@ -448,12 +444,12 @@ ky_status_t ky_router_utils_validate_mc_route_get(
         // Unlike a key's, an all-zero group is not exempt.
         if (!is_in_mc_range(group) && !is_ipv4_broadcast(group)) {
             return FAIL_ABOUT(
-                group, KY_STATUS_PARAM_EXCEEDS_RANGE,
+                KY_STATUS_PARAM_EXCEEDS_RANGE, group,
                 "Given filter MC address %s is not in the valid MC address range\n", address);
         }
         if (!__is_mc_prefix_valid(group)) {
             return FAIL_ABOUT(
-                group, KY_STATUS_PARAM_ERROR, "Given filter MC mask %s/%s is not a valid mask\n",
+                KY_STATUS_PARAM_ERROR, group, "Given filter MC mask %s/%s is not a valid mask\n",
                 address, mask);
         }
     }

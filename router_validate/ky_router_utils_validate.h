@@ -34,8 +34,7 @@ typedef struct ky_ipv4_prefix {
     uint32_t mask;
 } ky_ipv4_prefix_t;
 
-/** An IPv6 address and its bit mask (not a length); word 0 holds the first four bytes as written.
- */
+/** An IPv6 address and its bit mask (not a length); word 0 holds the first four bytes. */
 typedef struct ky_ipv6_prefix {
     uint32_t addr[4];
     uint32_t mask[4];
@@ -43,7 +42,7 @@ typedef struct ky_ipv6_prefix {
 
 /** An address with a bit mask of the same form. */
 typedef struct ky_ip_prefix {
-    ky_ip_version_t version; /**< 1 IPv4, 2 IPv6; any other value is judged by the IPv6 words */
+    ky_ip_version_t version; /**< 1 IPv4, 2 IPv6; 0 and 3 are judged by the IPv6 words */
     union {
         ky_ipv4_prefix_t ipv4;
         ky_ipv6_prefix_t ipv6;
@@ -97,20 +96,20 @@ typedef struct ky_mc_route_get_filter {
 /** Judges the arguments of creating, editing or deleting a multicast route.
  *
  *  A key is judged by its IP versions, which must be equal and 0 to 3; by its group, which must lie
- *  in 224.0.0.0/4 or ff00::/8 with a mask that covers the range and the address, or be all zero;
- * and by its source, whose mask must be contiguous and cover the address. The group's mask need not
- * be contiguous, unless the priority type is LPM.
+ *  in 224.0.0.0/4 or ff00::/8 with a mask that covers the range and the address, or be all zero
+ *  (and must be, for versions 0 and 3); and by its source, whose mask must be contiguous and cover
+ *  the address. The group's mask need not be contiguous, unless the priority type is LPM.
  *
  *  @param cmd              ADD and EDIT judge everything, DELETE_ALL the key's IP versions alone,
  *                          every other command the key
  *  @param vrid             the virtual router; not examined
- *  @param mc_route_key_p   null for DELETE_ALL only
+ *  @param mc_route_key_p   may be null for DELETE_ALL
  *  @param mc_route_attr_p  read for ADD and EDIT only, and then not null
  *  @param mc_route_data_p  read for ADD and EDIT only, and then not null
  *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_NULL for a missing key;
  *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3, a group outside the multicast
  *           ranges, or a user token value or mask above 0xFFF;
- *           KY_STATUS_PARAM_ERROR for every other fault
+ *           KY_STATUS_PARAM_ERROR for every other fault, the group 255.255.255.255 included
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
@@ -130,8 +129,9 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_set(
  *                             for every other command
  *  @return  KY_STATUS_SUCCESS;
  *           KY_STATUS_PARAM_EXCEEDS_RANGE for too many entries, an IP version above 3 in the key,
- * or a group outside the multicast ranges; KY_STATUS_PARAM_ERROR for every other fault, an IP
- * version above 3 in the filter included
+ *           or a group outside the multicast ranges;
+ *           KY_STATUS_PARAM_ERROR for every other fault, the group 255.255.255.255 and an IP
+ *           version above 3 in the filter included
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
@@ -140,8 +140,8 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
 
 /* ---- Calls about one route ----
  *
- * They judge the key as a route set does, all but the range of its commands. The key must not be
- * null, and the other pointers are not examined. Beside KY_STATUS_SUCCESS they return
+ * They judge the key as a route set of any command but DELETE_ALL does. The key must not be null,
+ * and the other pointers are not examined. Beside KY_STATUS_SUCCESS they return
  * KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the multicast ranges,
  * and KY_STATUS_PARAM_ERROR for every other fault. */
 

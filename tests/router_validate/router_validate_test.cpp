@@ -214,8 +214,8 @@ TEST_F(RouterValidateTest, RouteGetReportsTheFirstFault)
          "valid IPv4 or IPv6 prefix\n"},
         {[](Request& r) { r.filter.mc_group_addr.version = 0x80000000; }, BAD, nullptr,
          "Given filter MC IP version -2147483648 is invalid\n"},
-        {[](Request& r) { r.filter.mc_group_addr = any4; }, RANGE, nullptr,
-         "Given filter MC address 0.0.0.0 is not in the valid MC address range\n"},
+        {[](Request& r) { r.filter.mc_group_addr = ipv4(0xc0a80101, ~0U); }, RANGE, nullptr,
+         "Given filter MC address 192.168.1.1 is not in the valid MC address range\n"},
         {[](Request& r) { r.filter.mc_group_addr = ipv4(~0U, ~0U); }, BAD, nullptr,
          "Given filter MC mask 255.255.255.255/255.255.255.255 is not a valid mask\n"},
         {[](Request& r) { r.filter.ingress_rif_incl_rpf_groups_valid = 1; }, BAD, nullptr,
@@ -260,9 +260,9 @@ TEST_F(RouterValidateTest, RpfGroupCallsReportTheFirstFault)
         {[](Request& r) { r.vifs.clear(); }, BAD, nullptr,
          "RPF RIF count 0 isn't allowed for CREATE/SET\n"},
         {[](Request& r) {
-             r.vifs = {{3, 0}, {4, 0}, {5, 0}};
+             r.vifs = {{3, 0}, {0, 0}, {4, 0}, {5, 0}};
          },
-         BAD, "__validate_vif_types", "Invalid VIF type VXLAN given for VIF index 1\n"},
+         BAD, "__validate_vif_types", "Invalid VIF type VXLAN given for VIF index 2\n"},
     };
     expect_faults_in_order(
         "ky_router_utils_validate_mc_rpf_group_set", rpf_group_set, {.cmd = KY_ACCESS_CMD_SET},
@@ -285,6 +285,8 @@ TEST_F(RouterValidateTest, CommandsAndBoundaries)
     const ky_mc_route_key_t broadcast = {source4, ipv4(~0U, ~0U)};
     ky_mc_route_get_filter_t ignored = {2, any4, 0x100, any4, 2, 1};
     ignored.source_addr.version = ignored.mc_group_addr.version = 9;
+    ky_ip_prefix_t newest = any6;
+    newest.version = ~0U;
     const struct {
         const char* label;
         Call call;
@@ -322,6 +324,35 @@ TEST_F(RouterValidateTest, CommandsAndBoundaries)
         {"create of none", rpf_group_set, {.cmd = KY_ACCESS_CMD_CREATE, .vifs = {}}, BAD},
         {"destroy of none", rpf_group_set, {.cmd = KY_ACCESS_CMD_DESTROY, .vifs = {}}, GOOD},
         {"delete of a wrong type", rpf_group_set, {.cmd = DELETE, .vifs = {{~0U, 0}}}, BAD},
+        // What a signed comparison, a narrower flag or a longer list of commands would turn round.
+        {"RPF action ~0", route_set, {.attr = {~0U, 1, 0, 1, 0, 0, 0, 0, 0}}, BAD},
+        {"TTL command ~0", route_set, {.attr = {0, ~0U, 0, 1, 0, 0, 0, 0, 0}}, BAD},
+        {"priority type ~0", route_set, {.attr = {0, 1, 0, ~0U, 0, 0, 0, 0, 0}}, BAD},
+        {"drop list, group ~0", route_set, {.attr = {4, 1, 0, 1, 0, ~0U, 0, 0, 0}}, BAD},
+        {"token mask, top bit", route_set, {.attr = {0, 1, 0, 1, 0, 0, 1, 0, 0x8000}}, RANGE},
+        {"action ~0", route_set, {.data = {~0U, 0, 0}}, BAD},
+        {"container, one RIF", route_set, {.data = {0, 1, 7}}, BAD},
+        {"group version ~0", egress_rif_get, {.key = {source4, newest}}, RANGE},
+        {"next of none", route_get, {.cmd = KY_ACCESS_CMD_GET_NEXT, .count = 0}, BAD},
+        {"next of ~0", route_get, {.cmd = KY_ACCESS_CMD_GET_NEXT, .count = ~0U}, RANGE},
+        {"count, filtered",
+         route_get,
+         {.cmd = KY_ACCESS_CMD_COUNT, .filter = {0, any4, 0, any4, 1, 1}, .count = 0},
+         BAD},
+        {"flags 0x101", route_get, {.filter = {0x101, newest, 0x101, newest, 0x101, 1}}, GOOD},
+        {"filter source version ~0", route_get, {.filter = {1, newest, 0, any4, 0, 0}}, BAD},
+        {"filter by any group", route_get, {.filter = {2, any4, 1, any4, 0, 0}}, RANGE},
+        {"filter by any IPv6 group", route_get, {.filter = {0, any4, 1, any6, 0, 0}}, RANGE},
+        {"filter with a hole",
+         route_get,
+         {.filter = {0, any4, 1, with_hole.mc_group_addr, 0, 0}},
+         GOOD},
+        {"egress edit of none", egress_rif_set, {.cmd = KY_ACCESS_CMD_EDIT, .count = 0}, GOOD},
+        {"set counter 0", counter_bind_set, {.cmd = KY_ACCESS_CMD_SET, .id = 0}, GOOD},
+        {"RPF group ~0", rpf_group_set, {.cmd = KY_ACCESS_CMD_SET, .id = ~0U}, BAD},
+        {"edit of none", rpf_group_set, {.cmd = KY_ACCESS_CMD_EDIT, .vifs = {}}, GOOD},
+        {"delete-all of a wrong type", rpf_group_set, {.cmd = DELETE_ALL, .vifs = {{4, 0}}}, BAD},
+        {"count, any ID", rpf_group_get, {.cmd = KY_ACCESS_CMD_COUNT, .id = 512}, GOOD},
         {"first, any ID", rpf_group_get, {.cmd = KY_ACCESS_CMD_GET_FIRST, .id = 512}, GOOD},
     };
     for (const auto& [label, call, request, status] : cases) {
