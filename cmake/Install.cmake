@@ -23,17 +23,18 @@ install(FILES
   DESTINATION ${package_dir} COMPONENT development)
 
 if(KRIOLILGLU_PLATFORM STREQUAL "stand-in")
-  install(TARGETS kylog EXPORT kriolilgluTargets
+  install(TARGETS ${platform_libraries} EXPORT kriolilgluTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT platform
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT platform)
   set_target_properties(kriolilglu PROPERTIES INSTALL_RPATH $ORIGIN)
   set(platform_cflags "-I\${includedir}")
-  set(platform_libs "-lkylog")
+  set(platform_libs "-lkylog -lkycomp")
 else()
-  install(FILES cmake/Findkylog.cmake DESTINATION ${package_dir} COMPONENT development)
-  cmake_path(GET kylog_LIBRARY PARENT_PATH platform_libdir)
-  set(platform_cflags "-I${kylog_INCLUDE_DIR}")
-  set(platform_libs "-L${platform_libdir} -lkylog")
+  install(FILES cmake/FindKyPlatform.cmake DESTINATION ${package_dir} COMPONENT development)
+  cmake_path(GET kylog_LIBRARY PARENT_PATH kylog_libdir)
+  cmake_path(GET kycomp_LIBRARY PARENT_PATH kycomp_libdir)
+  set(platform_cflags "-I${kylog_INCLUDE_DIR} -I${kycomp_INCLUDE_DIR}")
+  set(platform_libs "-L${kylog_libdir} -lkylog -L${kycomp_libdir} -lkycomp")
 endif()
 
 if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})

@@ -1,5 +1,10 @@
-// Function traces, argument checks and settings: module "UTILS".
+// Function traces, argument checks, settings, memory, pools and maps: module "UTILS".
 #include "ky_utils.h"
+
+#include <complib/cl_memory.h>
+#include <cstddef>
+#include <cstring>
+#include <iterator>
 
 #define KY_LOG_MODULE "UTILS"
 #define KY_LOG_VERBOSITY utils_verbosity_level
@@ -28,6 +33,20 @@ constexpr uint32_t DEVICE_ID_MAX = 253;
 constexpr int32_t DEVICE_NODE_TYPE_MIN = 0;
 constexpr int32_t DEVICE_NODE_TYPE_MAX = 5;
 
+constexpr uint32_t MEM_TYPE_MIN = 1;
+constexpr uint32_t MEM_TYPE_MAX = 17;
+constexpr uint32_t MEM_TYPE_ALL = 0;
+
+constexpr const char* utils_mem_type_name[] = {
+    "ALL",    "COS",       "TOPO", "PORT",    "MSTP",           "FDB",          "VLAN", "LAG",
+    "ROUTER", "ACL",       "SPAN", "POLICER", "HOST-INTERFACE", "FLOW-COUNTER", "KVDL", "API",
+    "TUNNEL", "TELEMETRY",
+};
+static_assert(std::size(utils_mem_type_name) == MEM_TYPE_MAX + 1);
+
+/* Bytes that callers asked for, by type; the first count is that of all types. */
+constinit uint64_t utils_mem_type_count[MEM_TYPE_MAX + 1] = {};
+
 /* An argument of 8 or 16 bits, cut to its width. Callers need not clear the rest of the register
  * that carries it, yet clang trusts them to: only a value that it can't trace back is cut. */
 template <typename Narrow> uint32_t cut(Narrow value)
@@ -39,7 +58,43 @@ template <typename Narrow> uint32_t cut(Narrow value)
 /* A failure that is logged and then leaves through the exported exit trace. */
 #define UTILS_FAIL(status, ...) utils_ky_log_exit(KY_FAIL(status, __VA_ARGS__), __func__)
 
+bool is_mem_type(uint32_t mem_type)
+{
+    return mem_type >= MEM_TYPE_MIN && mem_type <= MEM_TYPE_MAX;
+}
+
+/* In front of each block stands its size. */
+using MemHeader = uint32_t;
+
+/* The two that change the counts. */
+void account(uint32_t mem_type, uint32_t size)
+{
+    cl_spinlock_acquire(&utils_mem_type_count_lock);
+    KY_STORE(utils_mem_type_count[mem_type], utils_mem_type_count[mem_type] + size);
+    KY_STORE(utils_mem_type_count[MEM_TYPE_ALL], utils_mem_type_count[MEM_TYPE_ALL] + size);
+    cl_spinlock_release(&utils_mem_type_count_lock);
+}
+
+/* It compares under the lock too: else two blocks given back under a wrong type at once could take
+ * its count below zero. */
+bool unaccount(uint32_t mem_type, uint32_t size)
+{
+    cl_spinlock_acquire(&utils_mem_type_count_lock);
+    const bool holds_as_much = size <= utils_mem_type_count[mem_type];
+    if (holds_as_much) {
+        KY_STORE(utils_mem_type_count[mem_type], utils_mem_type_count[mem_type] - size);
+        KY_STORE(utils_mem_type_count[MEM_TYPE_ALL], utils_mem_type_count[MEM_TYPE_ALL] - size);
+    }
+    cl_spinlock_release(&utils_mem_type_count_lock);
+    return holds_as_much;
+}
+
 } // namespace
+
+static_assert(sizeof(cl_spinlock_t) == 48);
+static_assert(offsetof(cl_spinlock_t, state) == 40);
+
+constinit cl_spinlock_t utils_mem_type_count_lock = {PTHREAD_MUTEX_INITIALIZER, CL_INITIALIZED};
 
 void utils_ky_log_enter(const char* function_name)
 {
@@ -230,4 +285,175 @@ ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p)
     }
     *boot_mode_p = KY_LOAD(utils_boot_mode);
     return KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type)
+{
+    if (!is_mem_type(mem_type)) {
+        return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
+    }
+    if (buffer_pp == nullptr) {
+        utils_check_pointer(buffer_pp, "Buffer pointer");
+        return utils_ky_log_exit(KY_STATUS_PARAM_NULL, __func__);
+    }
+    void* block = cl_malloc(sizeof(MemHeader) + size_t{size});
+    if (block == nullptr) {
+        *buffer_pp = nullptr;
+        return utils_ky_log_exit(KY_STATUS_NO_MEMORY, __func__);
+    }
+    memcpy(block, &size, sizeof(MemHeader));
+    account(mem_type, size);
+    *buffer_pp = static_cast<char*>(block) + sizeof(MemHeader);
+    KY_LOG_DEBUG(
+        "Allocated %u bytes for memory type %s; Total memory for this type = %lu;\n", size,
+        utils_mem_type_name[mem_type], KY_LOAD(utils_mem_type_count[mem_type]));
+    return KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t mem_type)
+{
+    uint32_t bytes = 0;
+    if (__builtin_mul_overflow(count, size, &bytes)) {
+        return UTILS_FAIL(
+            KY_STATUS_PARAM_EXCEEDS_RANGE, "Memory of %u elements of %u bytes exceeds range\n",
+            count, size);
+    }
+    if (const ky_status_t status = utils_memory_get(buffer_pp, bytes, mem_type);
+        status != KY_STATUS_SUCCESS) {
+        return utils_ky_log_exit(status, __func__);
+    }
+    memset(*buffer_pp, 0, bytes);
+    return KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type)
+{
+    if (!is_mem_type(mem_type)) {
+        return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
+    }
+    if (buffer_p == nullptr) {
+        utils_check_pointer(buffer_p, "Buffer pointer");
+        return utils_ky_log_exit(KY_STATUS_PARAM_NULL, __func__);
+    }
+    void* block = static_cast<char*>(buffer_p) - sizeof(MemHeader);
+    MemHeader size = 0;
+    memcpy(&size, block, sizeof(MemHeader));
+    if (!unaccount(mem_type, size)) {
+        return UTILS_FAIL(
+            KY_STATUS_MEMORY_ERROR, "Block size exceeds total size for memory type %s\n",
+            utils_mem_type_name[mem_type]);
+    }
+    cl_free(block);
+    KY_LOG_DEBUG(
+        "Freed %u bytes for memory type %s; Total memory for this type = %lu;\n", size,
+        utils_mem_type_name[mem_type], KY_LOAD(utils_mem_type_count[mem_type]));
+    return KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_memory_print_summary(uint32_t mem_type)
+{
+    KY_LOG_DEBUG("====== MEMORY REPORT ======\n");
+    if (mem_type > MEM_TYPE_MAX) {
+        return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
+    }
+    const uint32_t first = mem_type == MEM_TYPE_ALL ? MEM_TYPE_MIN : mem_type;
+    const uint32_t last = mem_type == MEM_TYPE_ALL ? MEM_TYPE_MAX : mem_type;
+    for (uint32_t type = first; type <= last; type++) {
+        KY_LOG_DEBUG(
+            "Allocated %lu bytes for memory type %s\n", KY_LOAD(utils_mem_type_count[type]),
+            utils_mem_type_name[type]);
+    }
+    return KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_memory_dbg_dump(FILE* stream)
+{
+    uint32_t type = 0;
+    uint64_t count = 0;
+    dbg_utils_column_t columns[] = {
+        {"index", 9, DBG_UTILS_KIND_UINT32, &type},
+        {"name", 20, DBG_UTILS_KIND_STRING, nullptr},
+        {"mem_cnt", 20, DBG_UTILS_KIND_UINT64, &count},
+        {nullptr, 0, DBG_UTILS_KIND_END, nullptr},
+    };
+    dbg_utils_print_module_header(stream, "Utils memory dump");
+    dbg_utils_print_table_headline(stream, columns);
+    for (type = MEM_TYPE_MIN; type <= MEM_TYPE_MAX; type++) {
+        columns[1].value = utils_mem_type_name[type];
+        count = KY_LOAD(utils_mem_type_count[type]);
+        dbg_utils_print_table_data_line(stream, columns);
+    }
+    return KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_qpool_init(
+    cl_qpool_t* pool_p, uint32_t min_count, uint32_t max_count, uint32_t grow_count,
+    uint32_t object_size, const char* db_name)
+{
+    if (cl_qpool_init(
+            pool_p, min_count, max_count, grow_count, object_size, nullptr, nullptr, nullptr) !=
+        0) {
+        return UTILS_FAIL(KY_STATUS_NO_MEMORY, "Init failure of %s DB\n", db_name);
+    }
+    KY_LOG_NOTICE(
+        "Init %s DB (Min: %u, Max: %u, Grow: %u)\n", db_name, min_count, max_count, grow_count);
+    return KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_qpool_qmap_init(
+    cl_qpool_t* pool_p, cl_qmap_t* map_p, uint32_t min_count, uint32_t max_count,
+    uint32_t grow_count, uint32_t object_size, const char* db_name)
+{
+    if (cl_qpool_init(
+            pool_p, min_count, max_count, grow_count, object_size, nullptr, nullptr, nullptr) !=
+        0) {
+        return UTILS_FAIL(KY_STATUS_NO_MEMORY, "Init failure of %s DB\n", db_name);
+    }
+    cl_qmap_init(map_p);
+    KY_LOG_NOTICE(
+        "Init %s DB (Min: %u, Max: %u, Grow: %u)\n", db_name, min_count, max_count, grow_count);
+    return KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_qpool_get(cl_pool_item_t** item_pp, cl_qpool_t* pool_p)
+{
+    *item_pp = cl_qpool_get(pool_p);
+    return *item_pp == nullptr ? KY_STATUS_NO_RESOURCES : KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_qmap_key_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp)
+{
+    cl_map_item_t* item = cl_qmap_get(map_p, key);
+    if (item_pp != nullptr) {
+        *item_pp = item;
+    }
+    return item == cl_qmap_end(map_p) ? KY_STATUS_ENTRY_NOT_FOUND : KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_qmap_key_not_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp)
+{
+    cl_map_item_t* item = cl_qmap_get(map_p, key);
+    if (item_pp != nullptr) {
+        *item_pp = item;
+    }
+    return item != cl_qmap_end(map_p) ? KY_STATUS_ENTRY_ALREADY_EXISTS : KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_qmap_is_empty(const cl_qmap_t* map_p)
+{
+    const bool is_empty = cl_is_qmap_empty(map_p) != 0;
+    KY_TRACE_EXIT();
+    return is_empty ? KY_STATUS_SUCCESS : KY_STATUS_DB_NOT_EMPTY;
+}
+
+ky_status_t utils_qmap_get(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp)
+{
+    *item_pp = cl_qmap_get(map_p, key);
+    return *item_pp == cl_qmap_end(map_p) ? KY_STATUS_ENTRY_NOT_FOUND : KY_STATUS_SUCCESS;
+}
+
+ky_status_t utils_qmap_remove(cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp)
+{
+    *item_pp = cl_qmap_remove(map_p, key);
+    return *item_pp == cl_qmap_end(map_p) ? KY_STATUS_ENTRY_NOT_FOUND : KY_STATUS_SUCCESS;
 }

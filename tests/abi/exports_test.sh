@@ -17,6 +17,7 @@ fi
 # Every other export is code.
 cat > "$work/objects" <<END
 port_type_validation_table 2784
+utils_mem_type_count_lock 48
 END
 nm -D --defined-only -S "$1" | awk '$3 != "T" { print $4, $2 }' | while read -r name size; do
     echo "$name $((0x$size))"

@@ -1,0 +1,49 @@
+/* The assertion that the inline accessors carry. It is a report and stops nothing: the accessor
+ * then does its work as if the condition held, so a null pointer is reported before it faults. */
+#ifndef COMPLIB_CL_ASSERT_H
+#define COMPLIB_CL_ASSERT_H
+
+#include <execinfo.h>
+#include <kylog/kylog.h>
+#include <stdlib.h>
+#include <sys/types.h>
+
+/** The state of an object that has been initialised, and not been destroyed since. */
+#define CL_INITIALIZED 2U
+
+/** Reports a condition that does not hold.
+ *
+ *  @param path  the header's path, as an include line names it
+ */
+#define CL_ASSERT(condition, path) \
+    (__builtin_expect(!(condition), 0) ? cl_assert_report(path, __LINE__, __func__) : (void)0)
+
+#define CL_ASSERT_FRAMES 20
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Compiled into whoever includes it: the report is the caller's, and names the caller's frames. */
+__attribute__((cold, noinline, unused)) static void
+cl_assert_report(const char* path, int line, const char* function)
+{
+    ky_log(1, "TRACE_CBUFF", "ASSERT in %s[%d]- %s\n", path, line, function);
+    void* frames[CL_ASSERT_FRAMES];
+    const int count = backtrace(frames, CL_ASSERT_FRAMES);
+    char** symbols = backtrace_symbols(frames, count);
+    const ssize_t elements = count;
+    ky_log(1, "TRACE_CBUFF", "ASSERT - Retrieved a list of %zd elements.\n", elements);
+    if (symbols != NULL) {
+        for (ssize_t i = 0; i < elements; i++) {
+            ky_log(1, "TRACE_CBUFF", "ASSERT - Element %zd: %s.\n", i, symbols[i]);
+        }
+        free(symbols);
+    }
+}
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

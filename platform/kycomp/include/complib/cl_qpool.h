@@ -1,0 +1,75 @@
+/* The quick pool: objects of one size, which it creates several at a time and keeps until its end.
+ *
+ * Pools have no lock: threads that share one take turns. Under AddressSanitizer an object that lies
+ * in its pool must not be touched, and whoever touches it is reported. */
+#ifndef COMPLIB_CL_QPOOL_H
+#define COMPLIB_CL_QPOOL_H
+
+#include "cl_assert.h"
+#include "cl_memory.h"
+#include "cl_qcomppool.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Makes a pool.
+ *
+ *  @param min_count    objects to create at once
+ *  @param max_count    the most objects there can be, min_count or more; 0 for no limit
+ *  @param grow_count   objects to create when a get finds none, as far as max_count admits;
+ *                      0 for a pool that does not grow
+ *  @param object_size  in bytes, sizeof(cl_pool_item_t) or more
+ *  @param initializer  called for each object created, or null
+ *  @param destructor   called for each object at the end, or null
+ *  @param context      handed to both
+ *  @return             0; or not, and pool is untouched, if memory is short, a count or the size is
+ *                      out of its range, or the initializer fails
+ */
+int cl_qpool_init(
+    cl_qpool_t* pool, size_t min_count, size_t max_count, size_t grow_count, size_t object_size,
+    cl_pool_initializer_t initializer, cl_pool_destructor_t destructor, const void* context);
+
+/** Takes an object from a pool.
+ *
+ *  @return  the object, aligned to 16 bytes, its content undefined but for what the initializer and
+ *           earlier users left behind its item; or null if none is free and the pool may not grow,
+ *           memory is short or the initializer fails
+ */
+static inline cl_pool_item_t* cl_qpool_get(cl_qpool_t* pool)
+{
+    CL_ASSERT(pool != NULL, "complib/cl_qpool.h");
+    CL_ASSERT(pool->state == CL_INITIALIZED, "complib/cl_qpool.h");
+    cl_pool_item_t* item = pool->free_items;
+    if (item == NULL) {
+        return cl_qcpool_get(pool);
+    }
+    CL_UNPOISON(item, pool->object_size);
+    pool->free_items = item->next;
+    return item;
+}
+
+/** Gives an object back to the pool that it was taken from. */
+static inline void cl_qpool_put(cl_qpool_t* pool, cl_pool_item_t* item)
+{
+    CL_ASSERT(pool != NULL, "complib/cl_qpool.h");
+    CL_ASSERT(pool->state == CL_INITIALIZED, "complib/cl_qpool.h");
+    CL_ASSERT(item != NULL, "complib/cl_qpool.h");
+    item->next = pool->free_items;
+    pool->free_items = item;
+    CL_POISON(item, pool->object_size);
+}
+
+/** Ends a pool: gives back its memory, objects in use included. It can be initialised again. */
+static inline void cl_qpool_destroy(cl_qpool_t* pool)
+{
+    CL_ASSERT(pool != NULL, "complib/cl_qpool.h");
+    CL_ASSERT(pool->state == CL_INITIALIZED, "complib/cl_qpool.h");
+    cl_qcpool_destroy(pool);
+}
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

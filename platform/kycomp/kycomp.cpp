@@ -1,0 +1,282 @@
+// The stand-in for the SDK's component library.
+#include <complib/cl_memory.h>
+#include <complib/cl_qmap.h>
+#include <complib/cl_qpool.h>
+#include <complib/cl_spinlock.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+
+// ---- Memory and lock ----
+
+void* cl_malloc(size_t size)
+{
+    return malloc(size);
+}
+
+void cl_free(void* memory)
+{
+    free(memory);
+}
+
+void cl_spinlock_acquire(cl_spinlock_t* lock)
+{
+    pthread_mutex_lock(&lock->mutex);
+}
+
+void cl_spinlock_release(cl_spinlock_t* lock)
+{
+    pthread_mutex_unlock(&lock->mutex);
+}
+
+// ---- Quick map ----
+//
+// An AVL tree whose items also form a ring in order of their keys. The map's end item closes the
+// ring, is the root's parent, and stands for every child that is not there: nothing is ever null.
+// As such a child it is given parents, but nobody reads them.
+
+namespace {
+
+using Item = cl_map_item_t;
+
+void adopt(Item* parent, int side, Item* child)
+{
+    parent->child[side] = child;
+    child->parent = parent;
+}
+
+/* Puts a subtree in an item's place below that item's parent. */
+void replace(const Item* item, Item* subtree)
+{
+    adopt(item->parent, item->parent->child[1] == item, subtree);
+}
+
+/* Rotates an item's child into its place, and the item to below that child, which is returned. */
+Item* lift_child(Item* item, int side)
+{
+    Item* child = item->child[side];
+    replace(item, child);
+    adopt(item, side, child->child[!side]);
+    adopt(child, !side, item);
+    // As seen from that side, and as the heights of the three subtrees below demand:
+    const int sign = side == 1 ? 1 : -1;
+    const int outward = sign * child->balance;
+    const int balance = sign * item->balance - 1 - std::max(outward, 0);
+    item->balance = sign * balance;
+    child->balance = sign * (outward - 1 + std::min(balance, 0));
+    return child;
+}
+
+/* Restores balance from an item upwards, after its child on one side has changed in height by 1
+ * (growth) or -1. */
+void rebalance(const Item* end, Item* item, int side, int change)
+{
+    while (item != end) {
+        item->balance += side == 1 ? change : -change;
+        if (item->balance < -1 || item->balance > 1) {
+            const int high = item->balance > 0;
+            Item* child = item->child[high];
+            if (child->balance * item->balance < 0) { // it leans the other way
+                lift_child(child, !high);
+            }
+            item = lift_child(item, high);
+        }
+        // Even after growth, or uneven after a loss, the item's own height is what it was.
+        if ((item->balance == 0) == (change > 0)) {
+            break;
+        }
+        side = item->parent->child[1] == item;
+        item = item->parent;
+    }
+}
+
+} // namespace
+
+void cl_qmap_init(cl_qmap_t* map)
+{
+    Item* end = &map->end;
+    // With the highest key, the end item of an empty map never looks like a lower last item.
+    *end = {{end, end}, UINT64_MAX, end, end, end, 0};
+    map->count = 0;
+    map->state = CL_INITIALIZED;
+}
+
+cl_map_item_t* cl_qmap_get(const cl_qmap_t* map, uint64_t key)
+{
+    const Item* item = map->end.child[0];
+    while (item != &map->end && item->key != key) {
+        item = item->child[item->key < key];
+    }
+    return const_cast<Item*>(item);
+}
+
+cl_map_item_t* cl_qmap_insert(cl_qmap_t* map, uint64_t key, cl_map_item_t* item)
+{
+    Item* end = &map->end;
+    Item* parent = end;
+    int side = 0;
+    if (end->prev->key < key) { // keys often come in ascending order
+        parent = end->prev;
+        side = 1;
+    } else {
+        for (Item* at = end->child[0]; at != end; at = at->child[side]) {
+            if (at->key == key) {
+                return at;
+            }
+            parent = at;
+            side = at->key < key;
+        }
+    }
+    Item* next = side == 1 ? parent->next : parent;
+    *item = {{end, end}, key, parent, next, next->prev, 0};
+    item->prev->next = item;
+    next->prev = item;
+    parent->child[side] = item;
+    map->count++;
+    rebalance(end, parent, side, 1);
+    return item;
+}
+
+cl_map_item_t* cl_qmap_remove(cl_qmap_t* map, uint64_t key)
+{
+    Item* item = cl_qmap_get(map, key);
+    if (item != &map->end) {
+        cl_qmap_remove_item(map, item);
+    }
+    return item;
+}
+
+void cl_qmap_remove_item(cl_qmap_t* map, cl_map_item_t* item)
+{
+    Item* end = &map->end;
+    item->prev->next = item->next;
+    item->next->prev = item->prev;
+    map->count--;
+
+    Item* parent = item->parent; // of the place that the tree loses
+    int side = parent->child[1] == item;
+    if (item->child[0] == end || item->child[1] == end) {
+        replace(item, item->child[item->child[0] == end]);
+    } else {
+        Item* heir = item->next; // the lowest of the higher ones: it has no lower child itself
+        parent = heir->parent == item ? heir : heir->parent;
+        side = heir->parent == item;
+        replace(heir, heir->child[1]);
+        replace(item, heir);
+        adopt(heir, 0, item->child[0]);
+        adopt(heir, 1, item->child[1]);
+        heir->balance = item->balance;
+    }
+    rebalance(end, parent, side, -1);
+}
+
+// ---- Quick pool ----
+
+/* What one step of growth allocates: this, and its objects behind it. */
+struct alignas(16) cl_pool_chunk {
+    cl_pool_chunk* next;
+    size_t count;
+};
+
+namespace {
+
+constexpr size_t ALIGNMENT = alignof(cl_pool_chunk);
+
+cl_pool_item_t* object_at(cl_pool_chunk* chunk, size_t object_size, size_t index)
+{
+    char* objects = reinterpret_cast<char*>(chunk + 1);
+    return reinterpret_cast<cl_pool_item_t*>(objects + index * object_size);
+}
+
+/* Destroys the first objects of a chunk, all that have been created, and gives it back. */
+void destroy_chunk(const cl_qpool_t* pool, cl_pool_chunk* chunk, size_t created)
+{
+    CL_UNPOISON(chunk + 1, chunk->count * pool->object_size);
+    for (size_t i = 0; pool->destructor != nullptr && i < created; i++) {
+        pool->destructor(object_at(chunk, pool->object_size, i), pool->context);
+    }
+    cl_free(chunk);
+}
+
+/* Adds objects to a pool that has none free; if it cannot, the pool stays as it was. */
+bool grow(cl_qpool_t* pool, size_t count)
+{
+    size_t size = 0;
+    if (__builtin_mul_overflow(count, pool->object_size, &size) ||
+        __builtin_add_overflow(size, sizeof(cl_pool_chunk), &size)) {
+        return false;
+    }
+    auto* chunk = static_cast<cl_pool_chunk*>(cl_malloc(size));
+    if (chunk == nullptr) {
+        return false;
+    }
+    *chunk = {pool->chunks, count};
+    for (size_t i = 0; pool->initializer != nullptr && i < count; i++) {
+        if (pool->initializer(object_at(chunk, pool->object_size, i), pool->context) != 0) {
+            destroy_chunk(pool, chunk, i);
+            return false;
+        }
+    }
+    pool->chunks = chunk;
+    pool->count += count;
+    for (size_t i = count; i-- > 0;) { // so that they are handed out in order of their addresses
+        cl_pool_item_t* object = object_at(chunk, pool->object_size, i);
+        object->next = pool->free_items;
+        pool->free_items = object;
+    }
+    CL_POISON(chunk + 1, count * pool->object_size);
+    return true;
+}
+
+} // namespace
+
+int cl_qpool_init(
+    cl_qpool_t* pool, size_t min_count, size_t max_count, size_t grow_count, size_t object_size,
+    cl_pool_initializer_t initializer, cl_pool_destructor_t destructor, const void* context)
+{
+    if (max_count == 0) {
+        max_count = SIZE_MAX;
+    }
+    if (min_count > max_count || object_size < sizeof(cl_pool_item_t) ||
+        object_size > SIZE_MAX - (ALIGNMENT - 1)) {
+        return -1;
+    }
+    cl_qpool_t made = {};
+    made.state = CL_INITIALIZED;
+    made.max_count = max_count;
+    made.grow_count = grow_count;
+    made.object_size = (object_size + ALIGNMENT - 1) / ALIGNMENT * ALIGNMENT;
+    made.initializer = initializer;
+    made.destructor = destructor;
+    made.context = context;
+    if (min_count != 0 && !grow(&made, min_count)) {
+        return -1;
+    }
+    *pool = made;
+    return 0;
+}
+
+cl_pool_item_t* cl_qcpool_get(cl_qpool_t* pool)
+{
+    if (pool->free_items == nullptr) {
+        const size_t room = pool->max_count - pool->count;
+        const size_t count = pool->grow_count < room ? pool->grow_count : room;
+        if (count == 0 || !grow(pool, count)) {
+            return nullptr;
+        }
+    }
+    cl_pool_item_t* item = pool->free_items;
+    CL_UNPOISON(item, pool->object_size);
+    pool->free_items = item->next;
+    return item;
+}
+
+void cl_qcpool_destroy(cl_qpool_t* pool)
+{
+    while (cl_pool_chunk* chunk = pool->chunks) {
+        pool->chunks = chunk->next;
+        destroy_chunk(pool, chunk, chunk->count);
+    }
+    *pool = {};
+}

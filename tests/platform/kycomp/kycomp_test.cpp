@@ -1,0 +1,350 @@
+// The stand-in for the component library.
+#include <complib/cl_memory.h>
+#include <complib/cl_qmap.h>
+#include <complib/cl_qpool.h>
+#include <complib/cl_spinlock.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstring>
+#include <dlfcn.h>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+static std::map<void*, size_t> blocks; // given out by cl_malloc, with their sizes
+static int allocations_to_failure = -1;
+static std::vector<std::string> reports; // line numbers in them read "L"
+
+void* cl_malloc(size_t size)
+{
+    static const auto real = reinterpret_cast<decltype(&cl_malloc)>(dlsym(RTLD_NEXT, "cl_malloc"));
+    void* block = allocations_to_failure-- == 0 ? nullptr : real(size);
+    if (block != nullptr) {
+        blocks[block] = size;
+    }
+    return block;
+}
+
+void cl_free(void* memory)
+{
+    static const auto real = reinterpret_cast<decltype(&cl_free)>(dlsym(RTLD_NEXT, "cl_free"));
+    ASSERT_EQ(blocks.count(memory), 1U);
+    memset(memory, 0xee, blocks[memory]); // none of it may be poisoned any more
+    blocks.erase(memory);
+    real(memory);
+}
+
+int ky_log(uint32_t, const char* module, const char* format, ...)
+{
+    char text[1024];
+    va_list arguments;
+    va_start(arguments, format);
+    vsnprintf(text, sizeof text, format, arguments);
+    va_end(arguments);
+    std::string report = std::string(module) + ": " + text;
+    if (const size_t line = report.find('['); strncmp(format, "ASSERT in", 9) == 0) {
+        report.replace(line + 1, report.find(']') - line - 1, "L");
+    }
+    fputs(report.c_str(), stderr);
+    reports.push_back(report);
+    return 0;
+}
+
+namespace {
+
+/* Checks a subtree and returns its height. */
+int checked_height(const cl_qmap_t& map, const cl_map_item_t* item)
+{
+    if (item == &map.end) {
+        return 0;
+    }
+    int heights[2];
+    for (int side : {0, 1}) {
+        const cl_map_item_t* child = item->child[side];
+        heights[side] = checked_height(map, child);
+        EXPECT_TRUE(child == &map.end || child->parent == item);
+    }
+    EXPECT_EQ(item->balance, heights[1] - heights[0]);
+    EXPECT_LE(abs(item->balance), 1);
+    return 1 + std::max(heights[0], heights[1]);
+}
+
+using Model = std::map<uint64_t, cl_map_item_t*>;
+
+/* Compares a map with a model, both ways, and checks its tree. */
+void check(const cl_qmap_t& map, const Model& model)
+{
+    const cl_map_item_t* end = cl_qmap_end(&map);
+    ASSERT_EQ(map.count, model.size());
+    ASSERT_EQ(cl_is_qmap_empty(&map), model.empty());
+    const cl_map_item_t* item = cl_qmap_head(&map);
+    const cl_map_item_t* prev = end;
+    for (const auto& [key, expected] : model) {
+        ASSERT_EQ(item, expected);
+        ASSERT_EQ(item->key, key);
+        ASSERT_EQ(item->prev, prev);
+        ASSERT_EQ(cl_qmap_get(&map, key), item);
+        prev = item;
+        item = cl_qmap_next(item);
+    }
+    ASSERT_EQ(item, end);
+    ASSERT_EQ(end->prev, prev);
+    checked_height(map, end->child[0]);
+    ASSERT_EQ(reports, std::vector<std::string>{});
+}
+
+class QmapTest : public testing::Test {
+  protected:
+    void SetUp() override
+    {
+        cl_qmap_init(&map_);
+    }
+
+    /* Inserts an absent key, or removes a present one, in one of two ways; and checks. */
+    void toggle(uint64_t key, bool by_key)
+    {
+        const auto found = model_.find(key);
+        if (found == model_.end()) {
+            auto* item = new cl_map_item_t;
+            memset(item, 0xa5, sizeof *item);
+            ASSERT_EQ(cl_qmap_get(&map_, key), cl_qmap_end(&map_));
+            ASSERT_EQ(cl_qmap_remove(&map_, key), cl_qmap_end(&map_));
+            ASSERT_EQ(cl_qmap_insert(&map_, key, item), item);
+            model_[key] = item;
+        } else {
+            cl_map_item_t other = {};
+            ASSERT_EQ(cl_qmap_insert(&map_, key, &other), found->second);
+            if (by_key) {
+                ASSERT_EQ(cl_qmap_remove(&map_, key), found->second);
+            } else {
+                cl_qmap_remove_item(&map_, found->second);
+            }
+            delete found->second; // the map is done with it: AddressSanitizer would tell
+            model_.erase(found);
+        }
+        check(map_, model_);
+    }
+
+    cl_qmap_t map_;
+    Model model_;
+};
+
+TEST_F(QmapTest, BehavesAsAnOrderedMapDoes)
+{
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937_64 random(seed);
+    for (const uint64_t keys : {8U, 40U, 300U}) {
+        for (int step = 0; step < 3000 && !HasFatalFailure(); step++) {
+            // Both ends of the range, or all over it.
+            const uint64_t key = random() % keys;
+            toggle(keys == 8 ? key - 4 : key * 0x123456789abcdef1, step % 2 == 0);
+        }
+    }
+    while (!model_.empty() && !HasFatalFailure()) {
+        toggle(cl_qmap_head(&map_)->key, false);
+    }
+}
+
+TEST_F(QmapTest, TakesKeysInOrder)
+{
+    for (const uint64_t flip : {uint64_t{0}, UINT64_MAX}) { // ascending, descending
+        for (int pass = 0; pass < 2; pass++) {              // in, out
+            for (uint64_t i = 0; i <= 256 && !HasFatalFailure(); i++) {
+                toggle((i == 256 ? UINT64_MAX : i) ^ flip, false);
+            }
+        }
+        EXPECT_TRUE(cl_is_qmap_empty(&map_));
+    }
+}
+
+struct Object {
+    cl_pool_item_t item;
+    char content[32]; // together no multiple of 16
+};
+
+int init(cl_qpool_t& pool, size_t min, size_t max, size_t grow, size_t size = sizeof(Object))
+{
+    return cl_qpool_init(&pool, min, max, grow, size, nullptr, nullptr, nullptr);
+}
+
+/* Takes all that a pool has; each object is aligned, and filled with its own pattern. */
+std::vector<Object*> take_all(cl_qpool_t& pool)
+{
+    std::vector<Object*> objects;
+    while (objects.size() < 1000) { // far more than any pool here may give
+        cl_pool_item_t* item = cl_qpool_get(&pool);
+        if (item == nullptr) {
+            break;
+        }
+        EXPECT_EQ(reinterpret_cast<uintptr_t>(item) % 16, 0U);
+        memset(item, static_cast<int>(objects.size() + 1), sizeof(Object));
+        objects.push_back(reinterpret_cast<Object*>(item));
+    }
+    for (size_t i = 0; i < objects.size(); i++) {
+        const std::string expected(sizeof(Object), static_cast<char>(i + 1));
+        EXPECT_EQ(memcmp(objects[i], expected.data(), sizeof(Object)), 0);
+    }
+    return objects;
+}
+
+TEST(QpoolTest, GrowsStepByStepAndSurvivesEveryAllocationFailure)
+{
+    constexpr int STEPS = 16; // the last one of 15
+    for (int failing = 0; failing <= STEPS; failing++) {
+        allocations_to_failure = failing;
+        cl_qpool_t pool = {};
+        if (failing == 0) {
+            EXPECT_NE(init(pool, 16, 255, 16), 0);
+            EXPECT_EQ(pool.state, 0U);
+            continue;
+        }
+        ASSERT_EQ(init(pool, 16, 255, 16), 0);
+        EXPECT_EQ(blocks.size(), 1U);
+        std::vector<Object*> objects = take_all(pool);
+        EXPECT_EQ(objects.size(), std::min(failing * 16, 255));
+        for (Object* object : objects) {
+            cl_qpool_put(&pool, &object->item);
+        }
+        EXPECT_EQ(take_all(pool).size(), 255U); // the failure left the pool as it was
+        EXPECT_EQ(blocks.size(), STEPS);
+        cl_qpool_put(&pool, &objects[7]->item);
+        EXPECT_EQ(cl_qpool_get(&pool), &objects[7]->item);
+        EXPECT_EQ(cl_qpool_get(&pool), nullptr);
+        cl_qpool_destroy(&pool);
+        EXPECT_TRUE(blocks.empty());
+        EXPECT_EQ(pool.state, 0U); // the accessors would report it
+    }
+    allocations_to_failure = -1;
+}
+
+TEST(QpoolTest, JudgesCountsAndSizes)
+{
+    struct {
+        size_t min, max, grow, size;
+        int objects; // -1 for a refusal
+    } const rows[] = {
+        {0, 0, 0, 48, 0},
+        {3, 3, 5, 48, 3},
+        {3, 7, 0, 48, 3},
+        {0, 7, 16, 48, 7},
+        {8, 7, 1, 48, -1},
+        {1, 1, 1, sizeof(cl_pool_item_t) - 1, -1},
+        {0, 1, 1, SIZE_MAX, -1},
+        {SIZE_MAX / 16, 0, 0, 16, -1},
+        {SIZE_MAX / 2, 0, 0, 48, -1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        cl_qpool_t pool = {};
+        const bool made = init(pool, row.min, row.max, row.grow, row.size) == 0;
+        ASSERT_EQ(made, row.objects >= 0);
+        if (made) {
+            EXPECT_EQ(take_all(pool).size(), row.objects);
+            cl_qpool_destroy(&pool);
+        }
+        EXPECT_TRUE(blocks.empty());
+    }
+}
+
+std::multiset<void*> living;
+
+TEST(QpoolTest, CallsInitializerAndDestructorOncePerObject)
+{
+    const auto create = [](void* object, const void* limit) {
+        if (living.size() == *static_cast<const size_t*>(limit)) {
+            return 1;
+        }
+        living.insert(object);
+        return 0;
+    };
+    const auto destroy = [](void* object, const void*) { EXPECT_EQ(living.erase(object), 1U); };
+    const size_t limit = 6;
+    cl_qpool_t pool;
+    ASSERT_EQ(cl_qpool_init(&pool, 4, 0, 4, sizeof(Object), create, destroy, &limit), 0);
+    EXPECT_EQ(take_all(pool).size(), 4U); // the second step fails half-way
+    EXPECT_EQ(living.size(), 4U);
+    cl_qpool_destroy(&pool);
+    EXPECT_TRUE(living.empty());
+    EXPECT_TRUE(blocks.empty());
+}
+
+TEST(QpoolDeathTest, ReportsTheUseOfAFreeObject)
+{
+#ifdef CL_ADDRESS_SANITIZER
+    cl_qpool_t pool;
+    ASSERT_EQ(init(pool, 0, 2, 2), 0);
+    auto* object = reinterpret_cast<Object*>(cl_qpool_get(&pool));
+    EXPECT_DEATH(object[1].content[31] = 1, "use-after-poison"); // never handed out yet
+    cl_qpool_put(&pool, &object->item);
+    EXPECT_DEATH(object->content[0] = 1, "use-after-poison");
+    EXPECT_DEATH(cl_qpool_put(&pool, &object->item), "use-after-poison");
+    cl_qpool_destroy(&pool);
+#else
+    GTEST_SKIP() << "needs AddressSanitizer";
+#endif
+}
+
+/* Checks the reports of one assertion, and leaves none behind. */
+void expect_assertion(const std::string& header, const std::string& accessor)
+{
+    ASSERT_GT(reports.size(), 3U);
+    const size_t count = reports.size() - 2;
+    EXPECT_EQ(reports[0], "TRACE_CBUFF: ASSERT in " + header + "[L]- " + accessor + "\n");
+    EXPECT_EQ(
+        reports[1],
+        "TRACE_CBUFF: ASSERT - Retrieved a list of " + std::to_string(count) + " elements.\n");
+    for (size_t i = 0; i < count; i++) {
+        const std::string start = "TRACE_CBUFF: ASSERT - Element " + std::to_string(i) + ": ";
+        EXPECT_EQ(reports[i + 2].substr(0, start.size()), start);
+        EXPECT_EQ(reports[i + 2].substr(reports[i + 2].size() - 3), "].\n");
+    }
+    reports.clear();
+}
+
+TEST(AssertDeathTest, AccessorsReportAndGoOn)
+{
+    cl_qmap_t map = {};
+    EXPECT_EQ(cl_qmap_end(&map), &map.end);
+    expect_assertion("complib/cl_qmap.h", "cl_qmap_end");
+    EXPECT_EQ(cl_qmap_head(&map), nullptr);
+    expect_assertion("complib/cl_qmap.h", "cl_qmap_head");
+    EXPECT_EQ(cl_is_qmap_empty(&map), 1);
+    expect_assertion("complib/cl_qmap.h", "cl_is_qmap_empty");
+    cl_qpool_t pool = {};
+    EXPECT_EQ(cl_qpool_get(&pool), nullptr);
+    expect_assertion("complib/cl_qpool.h", "cl_qpool_get");
+    cl_qpool_destroy(&pool);
+    expect_assertion("complib/cl_qpool.h", "cl_qpool_destroy");
+    EXPECT_DEATH(exit(cl_qmap_next(nullptr)->balance), "complib/cl_qmap.h.*- cl_qmap_next");
+    EXPECT_DEATH(cl_qpool_put(nullptr, nullptr), "complib/cl_qpool.h.*- cl_qpool_put");
+}
+
+TEST(SpinlockTest, LetsOneThreadInAtATime)
+{
+    static_assert(sizeof(cl_spinlock_t) == 48 && offsetof(cl_spinlock_t, state) == 40);
+    static cl_spinlock_t lock = {PTHREAD_MUTEX_INITIALIZER, CL_INITIALIZED};
+    int inside = 0;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; thread++) {
+        threads.emplace_back([&inside] {
+            for (int i = 0; i < 50000; i++) {
+                cl_spinlock_acquire(&lock);
+                inside++;
+                cl_spinlock_release(&lock);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(inside, 200000);
+}
+
+} // namespace
