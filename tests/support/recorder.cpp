@@ -1,5 +1,6 @@
 #include "recorder.h"
 
+#include <ky_adviser.h>
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
@@ -105,7 +106,9 @@ std::string Fingerprint::text() const
 
 static void be_silent()
 {
+    uint32_t level = KY_LOG_LEVEL_DEFAULT;
     KY_STORE(g_ky_log_module_func_enable, 0);
+    adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level);
     utils_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
     port_type_validate_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
     ky_router_utils_log_verbosity_set(KY_LOG_LEVEL_DEFAULT);
