@@ -31,6 +31,12 @@ static const struct request {
     {"activity", 4, 4, "COMMAND SOURCE GROUP", request_activity},
     {"counter", 4, 5, "COMMAND SOURCE GROUP [COUNTER]", request_counter},
     {"rpf-group", 3, WORDS_MAX, "COMMAND GROUP [INTERFACE_TYPE...]", request_rpf_group},
+    {"memory", 2, 5, "get|put|summary|report [TYPE [BLOCK|SIZE|COUNT SIZE]]", request_memory},
+    {"register", 3, 5, "EVENT MODULE [accept|reject [STATUS]|fail_rollback|leave]",
+     request_register},
+    {"deregister", 3, 3, "EVENT MODULE", request_deregister},
+    {"event", 2, 2, "EVENT", request_event},
+    {"adviser", 2, 2, "init|deinit", request_adviser},
 };
 
 static bool replay_line(char* line, size_t length)
@@ -76,7 +82,7 @@ static int usage(void)
 {
     fputs("usage: replay FILE|-\n\nThe requests of a file, one a line:\n", stderr);
     for (size_t i = 0; i < COUNT_OF(requests); i++) {
-        fprintf(stderr, "  %-9s %s\n", requests[i].name, requests[i].usage);
+        fprintf(stderr, "  %-10s %s\n", requests[i].name, requests[i].usage);
     }
     return 2;
 }

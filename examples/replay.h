@@ -26,8 +26,8 @@ __attribute__((format(printf, 1, 2))) bool unreadable(const char* format, ...);
 bool read_number(const char* word, int64_t min, int64_t max, int64_t* number);
 bool read_uint32(const char* word, uint32_t* number);
 
-/* A value of an enumeration, as a number or by its name: blanks are written as underscores, upper
- * and lower case are one. */
+/* A value of an enumeration, as a number or by its name: blanks are written as underscores, hyphens
+ * and underscores are one, and so are upper and lower case. */
 bool read_value(const char* word, const char* (*name_of)(uint32_t value), uint32_t* value);
 bool read_command(const char* word, ky_access_cmd_t* cmd);
 
@@ -53,6 +53,11 @@ bool request_egress(const words_t* words);
 bool request_activity(const words_t* words);
 bool request_counter(const words_t* words);
 bool request_rpf_group(const words_t* words);
+bool request_memory(const words_t* words);
+bool request_register(const words_t* words);
+bool request_deregister(const words_t* words);
+bool request_event(const words_t* words);
+bool request_adviser(const words_t* words);
 
 extern unsigned line_number;
 

@@ -1,6 +1,7 @@
 /* The requests about names, checks, settings, verbosity and ports. */
 #include "replay.h"
 
+#include <ky_adviser.h>
 #include <ky_names.h>
 #include <ky_port_type_validate.h>
 #include <ky_utils.h>
@@ -239,12 +240,18 @@ bool request_setting(const words_t* words)
     return true;
 }
 
+static ky_status_t set_adviser_verbosity(uint32_t level)
+{
+    return adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level);
+}
+
 bool request_verbosity(const words_t* words)
 {
     static const struct {
         const char* name;
         ky_status_t (*set)(uint32_t level);
     } modules[] = {
+        {"ADVISER", set_adviser_verbosity},
         {"UTILS", utils_log_verbosity_level_set},
         {"KY_API_ROUTER", ky_router_utils_log_verbosity_set},
         {"PORT_TYPE_VALIDATE", port_type_validate_log_verbosity_level_set},

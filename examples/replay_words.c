@@ -51,11 +51,16 @@ bool read_uint32(const char* word, uint32_t* number)
     return ok;
 }
 
+/* A character of a name, as all ways to write it. */
+static int plain(char c)
+{
+    return c == ' ' || c == '-' ? '_' : toupper((unsigned char)c);
+}
+
 static bool is_named(const char* word, const char* name)
 {
     size_t i = 0;
-    while (name[i] != '\0' && toupper((unsigned char)word[i]) ==
-                                  (name[i] == ' ' ? '_' : toupper((unsigned char)name[i]))) {
+    while (name[i] != '\0' && plain(word[i]) == plain(name[i])) {
         i++;
     }
     return i != 0 && name[i] == '\0' && word[i] == '\0';

@@ -16,7 +16,10 @@ output=$(printf '%b\r\n' \
     'route ADD 10.0.0.0/8' 'route JUMP 10.0.0.0/8 239.0.0.0/8' \
     'route ADD 10.0.0.0/8 ff0e::/ffff:: prio=low' 'route ADD 10.0.0.0/8 239.0.0.0/8 colour=red' \
     'route add 2001:db8::/ffff:ffff:: ff0e::/16 rpf=Drop_List rpf_group=512' \
-    'route GET_FIRST source=10.0.0.1/8' 'rpf-group SET 3 IP_in_IP 4' |
+    'route GET_FIRST source=10.0.0.1/8' 'rpf-group SET 3 IP_in_IP 4' \
+    'register NO-SUCH-EVENT fdb' 'register port_added fdb maybe' 'register 1 fdb leave' \
+    'event PORT-ADDED' 'deregister 1 fdb' 'adviser deinit' 'event 1' 'memory put PORT 0' \
+    'memory get PORT' 'memory get 18 4' 'memory get PORT 0x10000 0x10000' 'egress GET ::/0 ff00::/8 1' |
     "$replay" - 2>&1) || status=$?
 expected='> status 14 # a comment
   14 Parameter Exceeds Range
@@ -71,7 +74,37 @@ ERROR   KY_API_ROUTER: Given filter source address prefix 10.0.0.1/255.0.0.0 is 
 > rpf-group SET 3 IP_in_IP 4
 ERROR   KY_API_ROUTER: Invalid VIF type VXLAN given for VIF index 1
   13 Parameter Error
-18 of 25 lines could not be read'
+> register NO-SUCH-EVENT fdb
+line 26: nothing is called '\''NO-SUCH-EVENT'\'' here
+> register port_added fdb maybe
+line 27: nothing is called '\''maybe'\'' here
+> register 1 fdb leave
+NOTICE  ADVISER: adviser Init Success.
+  0 Success
+> event PORT-ADDED
+    fdb hears PORT_ADDED: 0 Success
+  0 Success
+> deregister 1 fdb
+ERROR   ADVISER: Can'\''t delete advisor from '\''PORT-ADDED'\'' adviser (Entry Not Found).
+  21 Entry Not Found
+> adviser deinit
+NOTICE  ADVISER: adviser De-Init Success.
+  0 Success
+> event 1
+ERROR   ADVISER: Can'\''t process event '\''PORT-ADDED'\'' (Database Wasn'\''t Initialized).
+  18 Database Wasn'\''t Initialized
+> memory put PORT 0
+line 33: there is no block 0
+> memory get PORT
+line 34: a size is missing
+> memory get 18 4
+  14 Parameter Exceeds Range
+> memory get PORT 0x10000 0x10000
+ERROR   UTILS: Memory of 65536 elements of 65536 bytes exceeds range
+  14 Parameter Exceeds Range
+> egress GET ::/0 ff00::/8 1
+line 37: a get takes no count
+23 of 37 lines could not be read'
 if [ "$output" != "$expected" ] || [ "$status" != 1 ]; then
     printf 'exit status %s, output:\n%s\n' "$status" "$output"
     exit 1
