@@ -30,6 +30,8 @@ int cl_qpool_init(
     cl_qpool_t* pool, size_t min_count, size_t max_count, size_t grow_count, size_t object_size,
     cl_pool_initializer_t initializer, cl_pool_destructor_t destructor, const void* context);
 
+// NOLINTBEGIN(clang-analyzer-core.NullDereference): a failed assertion is a report and stops nothing
+
 /** Takes an object from a pool.
  *
  *  @return  the object, aligned to 16 bytes, its content undefined but for what the initializer and
@@ -67,6 +69,8 @@ static inline void cl_qpool_destroy(cl_qpool_t* pool)
     CL_ASSERT(pool->state == CL_INITIALIZED, "complib/cl_qpool.h");
     cl_qcpool_destroy(pool);
 }
+
+// NOLINTEND(clang-analyzer-core.NullDereference)
 
 #ifdef __cplusplus
 }
