@@ -190,7 +190,7 @@ class Walk {
     }
 
   private:
-    static Walk* innermost;
+    static Walk* innermost; // on the stack, which is why callbacks must return
 
     cl_qmap_t* map_;
     cl_map_item_t* next_;
@@ -223,6 +223,7 @@ bool __is_event_pre_fail_event(adviser_event_t event)
     return event == ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID;
 }
 
+/* This and the next one take an event that has a map. */
 bool __is_event_pre_event(adviser_event_t event)
 {
     KY_TRACE_FUNCTION();

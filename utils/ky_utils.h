@@ -26,8 +26,9 @@ KY_EXPORT void utils_ky_log_enter(const char* function_name);
 
 /** Writes an exit record under "UTILS", if function traces are on and its verbosity is 5 or more.
  *
- *  The argument checks below, but for utils_check_msg_size, return through it when they fail, so a
- *  process that puts a function of this name in front of the library sees each failure.
+ *  The argument checks (but for utils_check_msg_size), memory, pool set-up and database functions
+ *  below return through it when they fail, so a process that puts a function of this name in front
+ *  of the library sees each failure.
  *
  *  @param status         what the function is about to return
  *  @param function_name  the function that is left; a string that need live for the call only
@@ -193,7 +194,8 @@ KY_EXPORT extern cl_spinlock_t utils_mem_type_count_lock;
 /** Hands out a block of memory. It is not cleared, and belongs to the caller until
  *  utils_memory_put.
  *
- *  @param[out] buffer_pp  receives the block; null after KY_STATUS_NO_MEMORY
+ *  @param[out] buffer_pp  receives the block; null after KY_STATUS_NO_MEMORY, untouched on other
+ *                         failures
  *  @param size            bytes; 0 gives a block that holds none
  *  @param mem_type        1 to 17
  *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_EXCEEDS_RANGE for another type;
@@ -207,8 +209,8 @@ KY_EXPORT ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t
  *  @param count           elements
  *  @param size            bytes of an element
  *  @param mem_type        1 to 17
- *  @return  as utils_memory_get; KY_STATUS_PARAM_EXCEEDS_RANGE, with a message, for 4 GiB or more
- * too
+ *  @return  as utils_memory_get; KY_STATUS_PARAM_EXCEEDS_RANGE, with a message, for more than
+ *           4 GiB - 1 byte
  */
 KY_EXPORT ky_status_t
 utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t mem_type);
@@ -219,8 +221,8 @@ utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t m
  *  @param mem_type  the type that it was taken under
  *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_EXCEEDS_RANGE for a type outside 1 to 17;
  *           KY_STATUS_PARAM_NULL if buffer_p is null;
- *           KY_STATUS_MEMORY_ERROR, with a message, if the type holds less than the block's size:
- * the block is not freed then
+ *           KY_STATUS_MEMORY_ERROR, with a message, if the type holds less than the block's size;
+ *           the block is not freed then
  */
 KY_EXPORT ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type);
 

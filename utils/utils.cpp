@@ -292,7 +292,7 @@ ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type)
     if (!is_mem_type(mem_type)) {
         return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
     }
-    if (buffer_pp == nullptr) {
+    if (buffer_pp == nullptr) { // asked here, so that a good pointer costs no call
         utils_check_pointer(buffer_pp, "Buffer pointer");
         return utils_ky_log_exit(KY_STATUS_PARAM_NULL, __func__);
     }
@@ -313,7 +313,8 @@ ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type)
 ky_status_t utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t mem_type)
 {
     uint32_t bytes = 0;
-    if (__builtin_mul_overflow(count, size, &bytes)) {
+    const bool overflows = __builtin_mul_overflow(count, size, &bytes);
+    if (overflows && is_mem_type(mem_type) && buffer_pp != nullptr) {
         return UTILS_FAIL(
             KY_STATUS_PARAM_EXCEEDS_RANGE, "Memory of %u elements of %u bytes exceeds range\n",
             count, size);
@@ -331,7 +332,7 @@ ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type)
     if (!is_mem_type(mem_type)) {
         return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
     }
-    if (buffer_p == nullptr) {
+    if (buffer_p == nullptr) { // as above
         utils_check_pointer(buffer_p, "Buffer pointer");
         return utils_ky_log_exit(KY_STATUS_PARAM_NULL, __func__);
     }
