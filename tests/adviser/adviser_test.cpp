@@ -1,30 +1,35 @@
 // The adviser: its registry, its walks, and callbacks that change the registry under them.
 #include "allocation.h"
 #include "recorder.h"
+#include "tools.h"
 
 #include <ky_adviser.h>
 #include <ky_names.h>
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <map>
-#include <random>
 #include <set>
 
 namespace {
 
-constexpr size_t CALLBACK_COUNT = 256;
-constexpr adviser_event_t PRE_DELETED = ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID;
-constexpr adviser_event_t PRE_FAILED = ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID;
-constexpr ky_status_t GOOD = KY_STATUS_SUCCESS;
+constexpr Module adviser = {"ADVISER", "ky_adviser.cpp"};
+constexpr adviser_event_t PRE_DELETED = ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID;       // 11
+constexpr adviser_event_t PRE_FAILED = ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID; // 12
+constexpr ky_access_cmd_t ADD = KY_ACCESS_CMD_ADD;
+constexpr ky_access_cmd_t DELETE = KY_ACCESS_CMD_DELETE;
+const std::string lookup = "__adviser_event_map_get";
+constexpr ky_status_t CLOSED = KY_STATUS_DB_NOT_INITIALIZED;
 
 /* What a callback does, told which one it is in the order of addresses. */
 std::function<ky_status_t(size_t, adviser_event_t, void*)> behaviour;
 
-ky_status_t behave(adviser_cb_t callback, adviser_event_t event, void* data);
+size_t place_of(adviser_cb_t self);
 
-template <size_t> ky_status_t callback(adviser_event_t event, void* data);
+template <size_t I> ky_status_t callback(adviser_event_t event, void* data)
+{
+    return behaviour(place_of(callback<I>), event, data);
+}
 
 template <size_t... I>
 std::array<adviser_cb_t, sizeof...(I)> sorted_callbacks(std::index_sequence<I...>)
@@ -34,28 +39,12 @@ std::array<adviser_cb_t, sizeof...(I)> sorted_callbacks(std::index_sequence<I...
     return all;
 }
 
-/* Callbacks in ascending order of their addresses. */
-const auto callbacks = sorted_callbacks(std::make_index_sequence<CALLBACK_COUNT>());
+const auto callbacks = sorted_callbacks(std::make_index_sequence<256>());
 
-template <size_t I> ky_status_t callback(adviser_event_t event, void* data)
-{
-    return behave(callback<I>, event, data);
-}
-
-ky_status_t behave(adviser_cb_t self, adviser_event_t event, void* data)
+size_t place_of(adviser_cb_t self)
 {
     const auto found = std::lower_bound(callbacks.begin(), callbacks.end(), self, std::less<>());
-    return behaviour(static_cast<size_t>(found - callbacks.begin()), event, data);
-}
-
-ky_status_t add(adviser_event_t event, adviser_cb_t self)
-{
-    return adviser_register_event(KY_ACCESS_CMD_ADD, event, self);
-}
-
-ky_status_t remove(adviser_event_t event, adviser_cb_t self)
-{
-    return adviser_register_event(KY_ACCESS_CMD_DELETE, event, self);
+    return static_cast<size_t>(found - callbacks.begin());
 }
 
 adviser_event_t event_of(uint32_t value)
@@ -63,9 +52,19 @@ adviser_event_t event_of(uint32_t value)
     return static_cast<adviser_event_t>(value);
 }
 
-Records said(uint32_t mask, const std::string& function, const std::string& text)
+ky_status_t add(uint32_t event, size_t who)
 {
-    return statement(mask, "ADVISER", "ky_adviser.cpp", function, text);
+    return adviser_register_event(ADD, event_of(event), callbacks[who]);
+}
+
+ky_status_t remove(uint32_t event, size_t who)
+{
+    return adviser_register_event(DELETE, event_of(event), callbacks[who]);
+}
+
+ky_status_t process(uint32_t event, void* data = nullptr)
+{
+    return adviser_process_event(event_of(event), data);
 }
 
 void set_verbosity(uint32_t level)
@@ -73,391 +72,327 @@ void set_verbosity(uint32_t level)
     EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level), GOOD);
 }
 
-/* An initialised adviser, and a list of who was called with what: "3(11)". */
+/* An initialised adviser, and a list of who was called for what: "3(11) ". */
 class AdviserTest : public RecordedTest {
   protected:
     void SetUp() override
     {
         RecordedTest::SetUp();
-        ASSERT_EQ(adviser_init(), GOOD);
-        EXPECT_RECORDS(said(7, "adviser_init", "adviser Init Success.\n"));
+        EXPECT_OUTCOME(
+            adviser_init(), GOOD, adviser.said(7, "adviser_init", "adviser Init Success.\n"));
         behaviour = [this](size_t self, adviser_event_t event, void* data) {
             EXPECT_EQ(data, expected_data);
-            calls.push_back(std::to_string(self) + "(" + std::to_string(event) + ")");
-            const auto answer = answers.find({self, event});
-            return answer == answers.end() ? GOOD : answer->second;
+            return note(self, event);
         };
     }
     void TearDown() override
     {
         take_records();
-        EXPECT_EQ(adviser_deinit(), GOOD);
-        EXPECT_RECORDS(said(7, "adviser_deinit", "adviser De-Init Success.\n"));
+        EXPECT_OUTCOME(
+            adviser_deinit(), GOOD,
+            adviser.said(7, "adviser_deinit", "adviser De-Init Success.\n"));
         EXPECT_EQ(live_blocks(), 0);
         RecordedTest::TearDown();
     }
-    using Calls = std::vector<std::string>;
-    Calls process(adviser_event_t event, ky_status_t expected)
+    ky_status_t note(size_t self, adviser_event_t event)
     {
-        calls.clear();
-        EXPECT_EQ(adviser_process_event(event, expected_data), expected);
-        return calls;
+        const std::string call = std::to_string(self) + "(" + std::to_string(event) + ") ";
+        calls += call;
+        const auto answer = answers.find(call);
+        return answer == answers.end() ? GOOD : answer->second;
     }
-    Calls calls;
-    std::map<std::pair<size_t, adviser_event_t>, ky_status_t> answers;
-    void* expected_data = this;
+    std::string calls;
+    std::map<std::string, ky_status_t> answers;
+    void* expected_data = nullptr;
 };
 
 TEST_F(AdviserTest, RegistrationStatusesAndMessages)
 {
     const std::string adding = "__adviser_add_event";
     const std::string removing = "__adviser_remove_event";
-    const std::string lookup = "__adviser_event_map_get";
+    const std::string calling = "adviser_register_event";
     const adviser_cb_t a = callbacks[0];
-    ASSERT_EQ(add(ADVISER_EVENT_PORT_ADDED, a), GOOD);
-    ASSERT_EQ(add(PRE_DELETED, a), GOOD);
+    ASSERT_EQ(add(1, 0), GOOD);
+    ASSERT_EQ(add(11, 0), GOOD);
+    // clang-format off
     const struct {
         ky_access_cmd_t cmd;
         uint32_t event;
         adviser_cb_t callback;
         ky_status_t status;
-        Records records;
+        uint32_t mask; // 0 for silence
+        std::string function;
+        const char* text;
     } cases[] = {
-        {KY_ACCESS_CMD_ADD, 1, a, KY_STATUS_ENTRY_ALREADY_EXISTS,
-         said(7, adding, "Can't add advisor to 'PORT-ADDED' adviser (Entry Already Exists).\n")},
-        {KY_ACCESS_CMD_ADD, 2, a, GOOD, {}},
-        {KY_ACCESS_CMD_ADD, 0, nullptr, KY_STATUS_PARAM_NULL,
-         said(1, adding, "Register to event 'NONE' param NULL given.\n")},
-        {KY_ACCESS_CMD_ADD, 12, nullptr, KY_STATUS_PARAM_NULL,
-         said(
-             1, adding,
-             "Register to event 'PRE-FAILED-PORT-DELETED-FROM-SWID' param NULL given.\n")},
-        {KY_ACCESS_CMD_ADD, 60, nullptr, KY_STATUS_PARAM_NULL,
-         said(1, adding, "Register to event 'UNKNOWN' param NULL given.\n")},
-        {KY_ACCESS_CMD_ADD, 12, a, KY_STATUS_PARAM_ERROR,
-         said(
-             1, adding,
-             "SDK flow error - should not register to pre fail event "
-             "'PRE-FAILED-PORT-DELETED-FROM-SWID'.\n")},
-        {KY_ACCESS_CMD_ADD, 0, a, KY_STATUS_PARAM_EXCEEDS_RANGE,
-         said(1, lookup, "Unsupported event (0).\n")},
-        {KY_ACCESS_CMD_ADD, 52, a, KY_STATUS_PARAM_EXCEEDS_RANGE,
-         said(1, lookup, "Unsupported event (52).\n")},
-        {KY_ACCESS_CMD_DELETE, ~0U, a, KY_STATUS_PARAM_EXCEEDS_RANGE,
-         said(1, lookup, "Unsupported event (-1).\n")},
-        {KY_ACCESS_CMD_DELETE, 3, a, KY_STATUS_ENTRY_NOT_FOUND,
-         said(1, removing, "Can't delete advisor from 'SWID-ADDED' adviser (Entry Not Found).\n")},
-        {KY_ACCESS_CMD_DELETE, 51, nullptr, KY_STATUS_ENTRY_NOT_FOUND,
-         said(
-             1, removing,
-             "Can't delete advisor from 'POST_ECMP_UPDATE' adviser (Entry Not Found).\n")},
-        {KY_ACCESS_CMD_DELETE, 12, a, GOOD, {}},
-        {KY_ACCESS_CMD_DELETE, 11, a, KY_STATUS_ENTRY_NOT_FOUND,
-         said(
-             1, removing,
-             "Can't delete advisor from 'PRE-PORT-DELETED-FROM-SWID' adviser (Entry Not "
-             "Found).\n")},
-        {KY_ACCESS_CMD_REGISTER, 1, a, KY_STATUS_CMD_UNSUPPORTED,
-         said(1, "adviser_register_event", "Unsupported access-command (REGISTER)\n")},
+        {ADD, 1, a, PRESENT, 7, adding,
+         "Can't add advisor to 'PORT-ADDED' adviser (Entry Already Exists).\n"},
+        {ADD, 2, a, GOOD, 0, "", ""},
+        {ADD, 0, nullptr, NIL, 1, adding, "Register to event 'NONE' param NULL given.\n"},
+        {ADD, 12, nullptr, NIL, 1, adding,
+         "Register to event 'PRE-FAILED-PORT-DELETED-FROM-SWID' param NULL given.\n"},
+        {ADD, 60, nullptr, NIL, 1, adding, "Register to event 'UNKNOWN' param NULL given.\n"},
+        {ADD, 12, a, BAD, 1, adding, "SDK flow error - should not register to pre fail event "
+         "'PRE-FAILED-PORT-DELETED-FROM-SWID'.\n"},
+        {ADD, 0, a, RANGE, 1, lookup, "Unsupported event (0).\n"},
+        {ADD, 52, a, RANGE, 1, lookup, "Unsupported event (52).\n"},
+        {DELETE, ~0U, a, RANGE, 1, lookup, "Unsupported event (-1).\n"},
+        {DELETE, 3, a, MISSING, 1, removing,
+         "Can't delete advisor from 'SWID-ADDED' adviser (Entry Not Found).\n"},
+        {DELETE, 51, nullptr, MISSING, 1, removing,
+         "Can't delete advisor from 'POST_ECMP_UPDATE' adviser (Entry Not Found).\n"},
+        {DELETE, 12, a, GOOD, 0, "", ""},
+        {DELETE, 11, a, MISSING, 1, removing,
+         "Can't delete advisor from 'PRE-PORT-DELETED-FROM-SWID' adviser (Entry Not Found).\n"},
+        {KY_ACCESS_CMD_REGISTER, 1, a, KY_STATUS_CMD_UNSUPPORTED, 1, calling,
+         "Unsupported access-command (REGISTER)\n"},
     };
-    for (const auto& [cmd, event, callback, status, records] : cases) {
+    // clang-format on
+    for (const auto& [cmd, event, callback, status, mask, function, text] : cases) {
         SCOPED_TRACE(std::string(ky_access_cmd_str(cmd)) + " " + std::to_string(event));
-        EXPECT_EQ(adviser_register_event(cmd, event_of(event), callback), status);
-        EXPECT_RECORDS(records);
+        EXPECT_OUTCOME(
+            adviser_register_event(cmd, event_of(event), callback), status,
+            mask == 0 ? Records{} : adviser.said(mask, function, text));
     }
 }
 
 TEST_F(AdviserTest, TwoHundredAndFiftyFiveRegistrationsAndNoMore)
 {
     for (uint32_t i = 0; i < 255; i++) {
-        ASSERT_EQ(add(event_of(i % 11 + 1), callbacks[i]), GOOD) << i;
+        ASSERT_EQ(add(i % 11 + 1, i), GOOD) << i;
     }
-    EXPECT_EQ(add(ADVISER_EVENT_PORT_ADDED, callbacks[255]), KY_STATUS_NO_RESOURCES);
-    EXPECT_RECORDS(
-        said(1, "__adviser_add_event", "Can't allocate advisor at adviser (No More Resources).\n"));
-    EXPECT_EQ(remove(event_of(2), callbacks[1]), GOOD);
-    EXPECT_EQ(add(ADVISER_EVENT_PORT_ADDED, callbacks[255]), GOOD);
+    const std::string text = "Can't allocate advisor at adviser (No More Resources).\n";
+    EXPECT_OUTCOME(
+        add(1, 255), KY_STATUS_NO_RESOURCES, adviser.said(1, "__adviser_add_event", text));
+    EXPECT_EQ(live_blocks(), 16); // steps of 16, the last one of 15
+    EXPECT_EQ(remove(2, 1), GOOD);
+    EXPECT_EQ(add(1, 255), GOOD);
 }
 
 TEST_F(AdviserTest, EveryAllocationMayFail)
 {
     ASSERT_EQ(adviser_deinit(), GOOD);
-    fail_allocations_after(0);
     take_records();
-    EXPECT_EQ(adviser_init(), KY_STATUS_NO_MEMORY);
-    EXPECT_SILENCE();
-    EXPECT_EQ(
-        adviser_process_event(ADVISER_EVENT_PORT_ADDED, nullptr), KY_STATUS_DB_NOT_INITIALIZED);
+    fail_allocations_after(0);
+    EXPECT_OUTCOME(adviser_init(), KY_STATUS_NO_MEMORY, {});
+    EXPECT_EQ(process(1), CLOSED);
     fail_allocations_after(-1);
     ASSERT_EQ(adviser_init(), GOOD);
     fail_allocations_after(0);
     size_t registered = 0;
-    while (add(ADVISER_EVENT_PORT_ADDED, callbacks[registered]) == GOOD) {
+    while (add(1, registered) == GOOD) {
         registered++;
     }
     EXPECT_EQ(registered, 16U);
-    EXPECT_EQ(process(ADVISER_EVENT_PORT_ADDED, GOOD).size(), 16U);
+    EXPECT_EQ(process(1), GOOD);
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), '('), 16);
     fail_allocations_after(-1);
-    EXPECT_EQ(add(ADVISER_EVENT_PORT_ADDED, callbacks[registered]), GOOD);
+    EXPECT_EQ(add(1, registered), GOOD);
 }
 
 TEST_F(AdviserTest, CallbacksRunInOrderUntilOneFails)
 {
-    const adviser_event_t events[] = {
-        ADVISER_EVENT_PORT_ADDED, ADVISER_EVENT_DEVICE_DELETED, PRE_DELETED};
-    for (const adviser_event_t event : events) {
+    for (const uint32_t event : {1U, 9U, 11U}) {
         for (const size_t i : {2U, 0U, 3U, 1U}) {
-            ASSERT_EQ(add(event, callbacks[i]), GOOD);
+            ASSERT_EQ(add(event, i), GOOD);
         }
     }
-    const auto failed = [](const char* name) {
-        return said(
-            1, "adviser_process_event",
-            std::string("Executing adviser for event ") + name + " failed.\n");
+    const auto said = [](const std::string& text) {
+        return adviser.said(1, "adviser_process_event", text);
     };
-    const auto rollback = [](const char* status) {
-        return said(
-            1, "adviser_process_event",
-            std::string("Adviser fail in rollback event ") + status + ".\n");
+    const auto failed = [said](const std::string& name) {
+        return said("Executing adviser for event " + name + " failed.\n");
     };
-    const Records no_fail_event = said(
-        1, "adviser_process_event", "SDK Internal error: failed to get fail event of pre event.\n");
-    const auto odd = static_cast<ky_status_t>(4711);
+    const Records pre_failed = failed("PRE-PORT-DELETED-FROM-SWID");
+    const Records no_fail_event =
+        said("SDK Internal error: failed to get fail event of pre event.\n");
+    const Records rollbacks = said("Adviser fail in rollback event Entry Not Found.\n") +
+                              said("Adviser fail in rollback event Unknown.\n");
+    constexpr ky_status_t ERROR = KY_STATUS_ERROR;
+    constexpr auto ODD = static_cast<ky_status_t>(4711);
+    // clang-format off
     const struct {
         uint32_t event;
-        std::map<std::pair<size_t, adviser_event_t>, ky_status_t> answers;
+        std::map<std::string, ky_status_t> answers;
         ky_status_t status;
-        Calls calls;
+        std::string calls;
         Records records;
     } cases[] = {
-        {1, {}, GOOD, {"0(1)", "1(1)", "2(1)", "3(1)"}, {}},
-        {1, {{{1, event_of(1)}, odd}}, odd, {"0(1)", "1(1)"}, failed("PORT-ADDED")},
-        {2, {}, GOOD, {}, {}},
-        {9,
-         {{{2, event_of(9)}, KY_STATUS_ERROR}},
-         KY_STATUS_ERROR,
-         {"0(9)", "1(9)", "2(9)"},
-         failed("DEVICE-DELETED") + no_fail_event},
-        {11,
-         {{{2, PRE_DELETED}, KY_STATUS_RESOURCE_IN_USE}},
-         KY_STATUS_RESOURCE_IN_USE,
-         {"0(11)", "1(11)", "2(11)", "0(12)", "1(12)"},
-         failed("PRE-PORT-DELETED-FROM-SWID")},
-        {11,
-         {{{0, PRE_DELETED}, KY_STATUS_ERROR}},
-         KY_STATUS_ERROR,
-         {"0(11)"},
-         failed("PRE-PORT-DELETED-FROM-SWID")},
-        {11,
-         {{{2, PRE_DELETED}, KY_STATUS_PARAM_ERROR},
-          {{0, PRE_FAILED}, KY_STATUS_ENTRY_NOT_FOUND},
-          {{1, PRE_FAILED}, odd}},
-         KY_STATUS_PARAM_ERROR,
-         {"0(11)", "1(11)", "2(11)", "0(12)", "1(12)"},
-         failed("PRE-PORT-DELETED-FROM-SWID") + rollback("Entry Not Found") + rollback("Unknown")},
-        {12,
-         {{{1, PRE_FAILED}, KY_STATUS_ERROR}},
-         KY_STATUS_ERROR,
-         {"0(12)", "1(12)"},
+        {1, {}, GOOD, "0(1) 1(1) 2(1) 3(1) ", {}},
+        {1, {{"1(1) ", ODD}}, ODD, "0(1) 1(1) ", failed("PORT-ADDED")},
+        {2, {}, GOOD, "", {}},
+        {9, {{"2(9) ", ERROR}}, ERROR, "0(9) 1(9) 2(9) ", failed("DEVICE-DELETED") + no_fail_event},
+        {11, {{"2(11) ", ERROR}}, ERROR, "0(11) 1(11) 2(11) 0(12) 1(12) ", pre_failed},
+        {11, {{"0(11) ", ERROR}}, ERROR, "0(11) ", pre_failed},
+        {11, {{"2(11) ", BAD}, {"0(12) ", MISSING}, {"1(12) ", ODD}}, BAD,
+         "0(11) 1(11) 2(11) 0(12) 1(12) ", pre_failed + rollbacks},
+        {12, {{"1(12) ", ERROR}}, ERROR, "0(12) 1(12) ",
          failed("PRE-FAILED-PORT-DELETED-FROM-SWID")},
-        {0,
-         {},
-         KY_STATUS_PARAM_EXCEEDS_RANGE,
-         {},
-         said(1, "__adviser_event_map_get", "Unsupported event (0).\n")},
-        {52,
-         {},
-         KY_STATUS_PARAM_EXCEEDS_RANGE,
-         {},
-         said(1, "__adviser_event_map_get", "Unsupported event (52).\n")},
+        {0, {}, RANGE, "", adviser.said(1, lookup, "Unsupported event (0).\n")},
+        {52, {}, RANGE, "", adviser.said(1, lookup, "Unsupported event (52).\n")},
     };
-    for (const auto& [event, given, status, expected, records] : cases) {
-        SCOPED_TRACE("event " + std::to_string(event));
-        answers = given;
-        EXPECT_EQ(process(event_of(event), status), expected);
-        EXPECT_RECORDS(records);
-        expected_data = nullptr;
+    // clang-format on
+    for (void* data : {static_cast<void*>(this), static_cast<void*>(nullptr)}) {
+        expected_data = data;
+        for (const auto& [event, given, status, expected, records] : cases) {
+            SCOPED_TRACE("event " + std::to_string(event));
+            answers = given;
+            calls.clear();
+            EXPECT_OUTCOME(process(event, data), status, records);
+            EXPECT_EQ(calls, expected);
+        }
     }
 }
 
 TEST_F(AdviserTest, EveryFunctionTraces)
 {
-    const auto trace = [](const std::string& function, const char* verb) {
-        return said(31, function, function + " - " + verb + " \n");
+    const std::string calling = "adviser_register_event";
+    const std::string processing = "adviser_process_event";
+    const std::string level_of = "adviser_log_verbosity_level";
+    const Records looked_up = adviser.around(lookup);
+    const Records added = adviser.said(
+        31, "__adviser_add_event", "Advisor added to 'PRE-PORT-DELETED-FROM-SWID' adviser.\n");
+    const Records failed = adviser.said(
+        1, processing, "Executing adviser for event PRE-PORT-DELETED-FROM-SWID failed.\n");
+    const Records removed = adviser.said(
+        31, "__adviser_remove_event",
+        "Advisor deleted from 'PRE-FAILED-PORT-DELETED-FROM-SWID' adviser.\n");
+    const Records again =
+        adviser.said(1, "adviser_init", "Can't Init adviser (Database Already Initialized).\n");
+    const Records unsupported =
+        adviser.said(1, level_of, "Reached default access command : [DELETE]");
+    const auto around = [](const std::string& function, const Records& within = {}) {
+        return adviser.around(function, within);
     };
-    const auto around = [&trace](const std::string& function, const Records& within = {}) {
-        return trace(function, "entered") + within + trace(function, "left");
-    };
-    const Records lookup = around("__adviser_event_map_get");
     set_verbosity(5);
     KY_STORE(g_ky_log_module_func_enable, 1);
 
-    EXPECT_EQ(add(PRE_DELETED, callbacks[0]), GOOD);
-    const Records added =
-        said(31, "__adviser_add_event", "Advisor added to 'PRE-PORT-DELETED-FROM-SWID' adviser.\n");
-    EXPECT_RECORDS(around(
-        "adviser_register_event",
-        around("__adviser_add_event", around("__is_event_pre_fail_event") + lookup + added)));
-
-    answers[{0, PRE_DELETED}] = KY_STATUS_ERROR;
-    process(PRE_DELETED, KY_STATUS_ERROR);
-    const Records failed = said(
-        1, "adviser_process_event",
-        "Executing adviser for event PRE-PORT-DELETED-FROM-SWID failed.\n");
-    EXPECT_RECORDS(around(
-        "adviser_process_event",
-        lookup + failed + around("__is_event_pre_event") + around("__get_fail_event")));
-
-    EXPECT_EQ(remove(PRE_FAILED, callbacks[0]), GOOD);
-    const Records removed = said(
-        31, "__adviser_remove_event",
-        "Advisor deleted from 'PRE-FAILED-PORT-DELETED-FROM-SWID' adviser.\n");
-    EXPECT_RECORDS(
-        around("adviser_register_event", around("__adviser_remove_event", lookup + removed)));
-
-    EXPECT_EQ(adviser_init(), KY_STATUS_DB_ALREADY_INITIALIZED);
-    EXPECT_RECORDS(around(
-        "adviser_init",
-        said(1, "adviser_init", "Can't Init adviser (Database Already Initialized).\n")));
-
+    // clang-format off
+    EXPECT_OUTCOME(add(11, 0), GOOD, around(calling, around("__adviser_add_event",
+        around("__is_event_pre_fail_event") + looked_up + added)));
+    answers["0(11) "] = KY_STATUS_ERROR;
+    EXPECT_OUTCOME(process(11), KY_STATUS_ERROR, around(processing,
+        looked_up + failed + around("__is_event_pre_event") + around("__get_fail_event")));
+    EXPECT_OUTCOME(remove(12, 0), GOOD,
+        around(calling, around("__adviser_remove_event", looked_up + removed)));
+    EXPECT_OUTCOME(adviser_init(), KY_STATUS_DB_ALREADY_INITIALIZED, around("adviser_init", again));
     uint32_t level = 9;
-    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &level), GOOD);
+    EXPECT_OUTCOME(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &level), GOOD,
+        adviser.entered(level_of));
     EXPECT_EQ(level, 5U);
-    EXPECT_RECORDS(trace("adviser_log_verbosity_level", "entered"));
-    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_DELETE, &level), KY_STATUS_CMD_UNSUPPORTED);
-    EXPECT_RECORDS(
-        trace("adviser_log_verbosity_level", "entered") +
-        said(1, "adviser_log_verbosity_level", "Reached default access command : [DELETE]"));
+    EXPECT_OUTCOME(adviser_log_verbosity_level(DELETE, &level), KY_STATUS_CMD_UNSUPPORTED,
+        adviser.entered(level_of) + unsupported);
+    // clang-format on
 
     EXPECT_EQ(adviser_deinit(), GOOD);
     const Records all = take_records();
     EXPECT_EQ(all.size(), 2U * (2 + 51 * 6 + 1)); // traces; six for each event; the notice
-    EXPECT_EQ(
-        std::count(
-            all.begin(), all.end(),
-            "log 15 ADVISER: Deleted 'PRE-FAILED-PORT-DELETED-FROM-SWID' adviser Successfully.\n"),
-        1);
+    const std::string deleted =
+        "log 15 ADVISER: Deleted 'PRE-FAILED-PORT-DELETED-FROM-SWID' adviser Successfully.\n";
+    EXPECT_EQ(std::count(all.begin(), all.end(), deleted), 1);
     EXPECT_EQ(adviser_init(), GOOD);
     KY_STORE(g_ky_log_module_func_enable, 0);
     set_verbosity(KY_LOG_LEVEL_DEFAULT);
+}
+
+TEST_F(AdviserTest, EveryEventHasItsNameItsMapAndItsClass)
+{
+    Fingerprint fingerprint; // of what is said of every event, when it fails and at the end
+    for (uint32_t event = 1; event <= 51; event++) {
+        if (event != 12) {
+            ASSERT_EQ(add(event, 0), GOOD);
+            ASSERT_EQ(add(event, 1), GOOD);
+        }
+        const std::string second = "1(" + std::to_string(event) + ") ";
+        const std::string expected = "0(" + std::to_string(event) + ") " + second;
+        answers[second] = KY_STATUS_ERROR;
+        calls.clear();
+        EXPECT_EQ(process(event), KY_STATUS_ERROR);
+        EXPECT_EQ(calls, event == 11 ? expected + "0(12) " : expected);
+    }
+    set_verbosity(5);
+    EXPECT_EQ(adviser_deinit(), GOOD);
+    for (const std::string& record : take_records()) {
+        fingerprint.add(record.c_str());
+    }
+    EXPECT_EQ(fingerprint.value(), 0x2ee8ca525507510e);
+    set_verbosity(KY_LOG_LEVEL_DEFAULT);
+    EXPECT_EQ(adviser_init(), GOOD);
 }
 
 TEST_F(AdviserTest, WithoutARegistryCallsAreRefusedAfterTheirOtherChecks)
 {
     ASSERT_EQ(adviser_deinit(), GOOD);
     take_records();
-    const adviser_cb_t a = callbacks[0];
     const auto refused = [](const std::string& function, const std::string& text) {
-        return said(1, function, text + " (Database Wasn't Initialized).\n");
+        return adviser.said(1, function, "Can't " + text + " (Database Wasn't Initialized).\n");
     };
-    EXPECT_EQ(adviser_deinit(), KY_STATUS_DB_NOT_INITIALIZED);
-    EXPECT_RECORDS(refused("adviser_deinit", "Can't De-Init adviser"));
-    EXPECT_EQ(add(event_of(1), a), KY_STATUS_DB_NOT_INITIALIZED);
-    EXPECT_RECORDS(refused("__adviser_add_event", "Can't register to event 'PORT-ADDED'"));
-    EXPECT_EQ(remove(event_of(1), a), KY_STATUS_DB_NOT_INITIALIZED);
-    EXPECT_RECORDS(refused("__adviser_remove_event", "Can't deregister from event 'PORT-ADDED'"));
-    EXPECT_EQ(adviser_process_event(event_of(1), nullptr), KY_STATUS_DB_NOT_INITIALIZED);
-    EXPECT_RECORDS(refused("adviser_process_event", "Can't process event 'PORT-ADDED'"));
-    EXPECT_EQ(add(event_of(1), nullptr), KY_STATUS_PARAM_NULL);
-    EXPECT_EQ(add(PRE_FAILED, a), KY_STATUS_PARAM_ERROR);
-    EXPECT_EQ(add(event_of(52), a), KY_STATUS_PARAM_EXCEEDS_RANGE);
-    EXPECT_EQ(remove(event_of(0), a), KY_STATUS_PARAM_EXCEEDS_RANGE);
-    EXPECT_EQ(adviser_process_event(event_of(52), nullptr), KY_STATUS_PARAM_EXCEEDS_RANGE);
-    EXPECT_EQ(adviser_register_event(KY_ACCESS_CMD_SET, event_of(1), a), KY_STATUS_CMD_UNSUPPORTED);
+    // clang-format off
+    EXPECT_OUTCOME(adviser_deinit(), CLOSED, refused("adviser_deinit", "De-Init adviser"));
+    EXPECT_OUTCOME(add(1, 0), CLOSED,
+        refused("__adviser_add_event", "register to event 'PORT-ADDED'"));
+    EXPECT_OUTCOME(remove(1, 0), CLOSED,
+        refused("__adviser_remove_event", "deregister from event 'PORT-ADDED'"));
+    EXPECT_OUTCOME(process(1), CLOSED,
+        refused("adviser_process_event", "process event 'PORT-ADDED'"));
+    // clang-format on
+    EXPECT_EQ(adviser_register_event(ADD, event_of(1), nullptr), NIL);
+    EXPECT_EQ(add(12, 0), BAD);
+    EXPECT_EQ(add(52, 0), RANGE);
+    EXPECT_EQ(remove(0, 0), RANGE);
+    EXPECT_EQ(process(52), RANGE);
     EXPECT_EQ(adviser_init(), GOOD);
-    EXPECT_EQ(process(event_of(1), GOOD), Calls{});
+    EXPECT_EQ(process(1), GOOD);
+    EXPECT_EQ(calls, "");
 }
 
 /* What a callback does to its neighbours while it runs, in a registry of five. */
 TEST_F(AdviserTest, AdvisorsThatLeaveDuringAWalkAreNotCalled)
 {
     using Action = std::function<void()>;
+    const auto drop = [](size_t who) -> Action { return [who] { remove(PRE_DELETED, who); }; };
+    const Action end = [] { adviser_deinit(); };
+    const std::string all = "0(11) 1(11) 2(11) 3(11) ";
+    // clang-format off
     const struct {
         const char* label;
         size_t actor;
         adviser_event_t during;
         Action action;
-        Calls calls;
+        std::string calls;
     } cases[] = {
-        {"itself",
-         1,
-         PRE_DELETED,
-         [] { remove(PRE_DELETED, callbacks[1]); },
-         {"0(11)", "1(11)", "2(11)", "3(11)", "0(12)", "2(12)"}},
-        {"the next one",
-         1,
-         PRE_DELETED,
-         [] { remove(PRE_DELETED, callbacks[2]); },
-         {"0(11)", "1(11)", "3(11)", "0(12)", "1(12)"}},
-        {"the next two",
-         0,
-         PRE_DELETED,
-         [] {
-             remove(PRE_DELETED, callbacks[1]);
-             remove(PRE_DELETED, callbacks[2]);
-         },
-         {"0(11)", "3(11)", "0(12)"}},
-        {"the one before",
-         2,
-         PRE_DELETED,
-         [] { remove(PRE_DELETED, callbacks[1]); },
-         {"0(11)", "1(11)", "2(11)", "3(11)", "0(12)", "2(12)"}},
-        {"the failing one, itself",
-         3,
-         PRE_DELETED,
-         [] { remove(PRE_DELETED, callbacks[3]); },
-         {"0(11)", "1(11)", "2(11)", "3(11)", "0(12)", "1(12)", "2(12)", "4(12)"}},
-        {"the failing one, in the rollback",
-         1,
-         PRE_FAILED,
-         [] { remove(PRE_DELETED, callbacks[3]); },
-         {"0(11)", "1(11)", "2(11)", "3(11)", "0(12)", "1(12)", "2(12)", "4(12)"}},
-        {"the next one, in the rollback",
-         0,
-         PRE_FAILED,
-         [] { remove(PRE_DELETED, callbacks[1]); },
-         {"0(11)", "1(11)", "2(11)", "3(11)", "0(12)", "2(12)"}},
-        {"the next one, whose record another event takes",
-         1,
-         PRE_DELETED,
-         [] {
-             remove(PRE_DELETED, callbacks[2]);
-             add(ADVISER_EVENT_PORT_ADDED, callbacks[9]);
-         },
-         {"0(11)", "1(11)", "3(11)", "0(12)", "1(12)"}},
-        {"all", 1, PRE_DELETED, [] { adviser_deinit(); }, {"0(11)", "1(11)"}},
-        {"all, in the rollback",
-         1,
-         PRE_FAILED,
-         [] { adviser_deinit(); },
-         {"0(11)", "1(11)", "2(11)", "3(11)", "0(12)", "1(12)"}},
-        {"all, and others come",
-         1,
-         PRE_DELETED,
-         [] {
-             adviser_deinit();
-             adviser_init();
-             add(PRE_DELETED, callbacks[7]);
-         },
-         {"0(11)", "1(11)"}},
+        {"itself", 1, PRE_DELETED, drop(1), all + "0(12) 2(12) "},
+        {"the next one", 1, PRE_DELETED, drop(2), "0(11) 1(11) 3(11) 0(12) 1(12) "},
+        {"the next two", 0, PRE_DELETED, [&] { drop(1)(); drop(2)(); }, "0(11) 3(11) 0(12) "},
+        {"the one before", 2, PRE_DELETED, drop(1), all + "0(12) 2(12) "},
+        {"the failing one, itself", 3, PRE_DELETED, drop(3), all + "0(12) 1(12) 2(12) 4(12) "},
+        {"the failing one, in the rollback", 1, PRE_FAILED, drop(3),
+         all + "0(12) 1(12) 2(12) 4(12) "},
+        {"the next one, in the rollback", 0, PRE_FAILED, drop(1), all + "0(12) 2(12) "},
+        {"the next one, whose record another event takes", 1, PRE_DELETED,
+         [&] { drop(2)(); add(1, 9); }, "0(11) 1(11) 3(11) 0(12) 1(12) "},
+        {"all", 1, PRE_DELETED, end, "0(11) 1(11) "},
+        {"all, in the rollback", 1, PRE_FAILED, end, all + "0(12) 1(12) "},
+        {"all, and others come", 1, PRE_DELETED,
+         [&] { end(); adviser_init(); add(PRE_DELETED, 7); }, "0(11) 1(11) "},
     };
+    // clang-format on
+    answers["3(11) "] = KY_STATUS_ERROR;
     for (const auto& [label, actor, during, action, expected] : cases) {
         SCOPED_TRACE(label);
         adviser_deinit();
         ASSERT_EQ(adviser_init(), GOOD);
         for (size_t i = 0; i < 5; i++) {
-            ASSERT_EQ(add(PRE_DELETED, callbacks[i]), GOOD);
+            ASSERT_EQ(add(PRE_DELETED, i), GOOD);
         }
         calls.clear();
         behaviour = [&, actor = actor, during = during,
                      &act = action](size_t self, adviser_event_t event, void*) {
-            calls.push_back(std::to_string(self) + "(" + std::to_string(event) + ")");
             if (self == actor && event == during) {
                 act();
             }
-            return self == 3 && event == PRE_DELETED ? KY_STATUS_ERROR : GOOD;
+            return note(self, event);
         };
-        adviser_process_event(PRE_DELETED, nullptr);
+        process(PRE_DELETED);
         EXPECT_EQ(calls, expected);
     }
 }
@@ -465,65 +400,42 @@ TEST_F(AdviserTest, AdvisorsThatLeaveDuringAWalkAreNotCalled)
 /* Random calls from outside and from inside callbacks, beside a model of who is registered. */
 TEST_F(AdviserTest, NothingDoneFromACallbackBreaksTheRegistry)
 {
-    const uint32_t seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    const auto below = [&random](size_t end) { return random() % end; };
+    Random random;
     const auto map_of = [](uint32_t event) { return event == 12 ? 11 : event; };
     std::map<uint32_t, std::set<size_t>> registered;
     uint64_t called = 0;
     int depth = 0;
 
     const std::function<void()> act = [&] {
-        const auto event = static_cast<uint32_t>(8 + below(6)); // two pre-events among them
-        const size_t who = below(24);
+        const uint32_t event = 8 + random.below(6); // two pre-events among them
+        const size_t who = random.below(24);
         std::set<size_t>& here = registered[map_of(event)];
-        switch (below(16)) {
-        default: {
-            const bool fresh = event != 12 && here.insert(who).second;
-            EXPECT_EQ(
-                add(event_of(event), callbacks[who]), event == 12 ? KY_STATUS_PARAM_ERROR
-                                                      : fresh     ? GOOD
-                                                                  : KY_STATUS_ENTRY_ALREADY_EXISTS);
-            break;
-        }
-        case 0:
-        case 1:
-        case 2:
-        case 3:
-        case 4: {
-            const bool present = here.contains(who);
-            EXPECT_EQ(
-                remove(event_of(event), callbacks[who]),
-                present ? GOOD : KY_STATUS_ENTRY_NOT_FOUND);
-            here.erase(who);
-            break;
-        }
-        case 5:
-        case 6:
-        case 7:
+        const uint32_t action = random.below(16);
+        if (action < 5) {
+            const bool present = here.erase(who) == 1;
+            EXPECT_EQ(remove(event, who), present ? GOOD : MISSING);
+        } else if (action < 8) {
             if (depth < 4) {
-                adviser_process_event(event_of(event), nullptr);
+                process(event);
             }
-            break;
-        case 8:
-            if (below(8) == 0) {
-                EXPECT_EQ(adviser_deinit(), GOOD);
-                EXPECT_EQ(adviser_init(), GOOD);
-                registered.clear();
-            }
-            break;
+        } else if (action > 8) {
+            const bool fresh = event != 12 && here.insert(who).second;
+            EXPECT_EQ(add(event, who), event == 12 ? BAD : fresh ? GOOD : PRESENT);
+        } else if (random.below(8) == 0) {
+            EXPECT_EQ(adviser_deinit(), GOOD);
+            EXPECT_EQ(adviser_init(), GOOD);
+            registered.clear();
         }
     };
     behaviour = [&](size_t self, adviser_event_t event, void*) {
         EXPECT_TRUE(registered[map_of(event)].contains(self)) << self << " for " << event;
         called++;
         depth++;
-        for (size_t i = below(3); i > 0; i--) {
+        for (size_t i = random.below(3); i > 0; i--) {
             act();
         }
         depth--;
-        return below(6) == 0 ? KY_STATUS_ERROR : GOOD;
+        return random.below(6) == 0 ? KY_STATUS_ERROR : GOOD;
     };
     set_verbosity(0);
     for (int i = 0; i < 20000 && !HasFailure(); i++) {
@@ -535,7 +447,7 @@ TEST_F(AdviserTest, NothingDoneFromACallbackBreaksTheRegistry)
         return GOOD;
     };
     for (const uint32_t event : {8U, 9U, 10U, 11U, 13U}) {
-        EXPECT_EQ(adviser_process_event(event_of(event), nullptr), GOOD);
+        EXPECT_EQ(process(event), GOOD);
         EXPECT_TRUE(registered[event].empty()) << event;
     }
     set_verbosity(KY_LOG_LEVEL_DEFAULT);

@@ -10,16 +10,14 @@ namespace {
 
 class PortTypeTest : public RecordedTest {};
 
-Records said(uint32_t mask, const std::string& function, const std::string& text)
-{
-    return statement(mask, "PORT_TYPE_VALIDATE", "port_type_validate.cpp", function, text);
-}
+constexpr Module ports = {"PORT_TYPE_VALIDATE", "port_type_validate.cpp"};
+const std::string check = "is_port_type_valid";
 
-std::string refusal(uint32_t port, const std::string& reason)
+Records refused(uint32_t port, const std::string& reason)
 {
-    char number[16];
-    snprintf(number, sizeof number, "0x%08X", port);
-    return std::string("Port ") + number + " invalid (Port type" + reason + ")\n";
+    char text[100];
+    snprintf(text, sizeof text, "Port 0x%08X invalid (Port type%s)\n", port, reason.c_str());
+    return ports.said(1, check, text);
 }
 
 TEST_F(PortTypeTest, DictionaryIsAsItWas)
@@ -32,21 +30,11 @@ TEST_F(PortTypeTest, DictionaryIsAsItWas)
         fingerprint.add(std::to_string(allowed_port_types).c_str());
         rows_of_mask[allowed_port_types]++;
     }
-    EXPECT_EQ(
-        rows_of_mask, (std::map<int, int>{
-                          {0x03, 110},
-                          {0x01, 22},
-                          {0x13, 8},
-                          {0x1f, 7},
-                          {0x0c, 6},
-                          {0x0f, 6},
-                          {0x21, 6},
-                          {0x02, 3},
-                          {0x00, 2},
-                          {0x0a, 2},
-                          {0x07, 1},
-                          {0x10, 1}}));
-    EXPECT_EQ(fingerprint.text(), "c8c2d580ed18a210");
+    const std::map<int, int> expected = {{0x03, 110}, {0x01, 22}, {0x13, 8}, {0x1f, 7},
+                                         {0x0c, 6},   {0x0f, 6},  {0x21, 6}, {0x02, 3},
+                                         {0x00, 2},   {0x0a, 2},  {0x07, 1}, {0x10, 1}};
+    EXPECT_EQ(rows_of_mask, expected);
+    EXPECT_EQ(fingerprint.value(), 0xc8c2d580ed18a210);
 }
 
 /* Every row against every type, beside a second formulation of the rule. */
@@ -69,10 +57,9 @@ TEST_F(PortTypeTest, EveryRowJudgesEveryTypeByItsMask)
             const std::string reason = types[type].bit == 0 ? " is (" + name + ")"
                                        : type == 0          ? " " + name + " is unsupported"
                                                             : "(" + name + ") is unsupported";
-            ASSERT_EQ(is_port_type_valid(row, port), accepted ? 1U : 0U);
-            ASSERT_EQ(
-                take_records(),
-                accepted ? Records{} : said(1, "is_port_type_valid", refusal(port, reason)));
+            EXPECT_OUTCOME(
+                is_port_type_valid(row, port), accepted ? 1U : 0U,
+                accepted ? Records{} : refused(port, reason));
         }
     }
 }
@@ -80,11 +67,10 @@ TEST_F(PortTypeTest, EveryRowJudgesEveryTypeByItsMask)
 TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
 {
     for (const uint32_t row : {0U, 173U, 174U, 0x7fffffffU, 0x80000000U, 0xffffffffU}) {
-        EXPECT_EQ(is_port_type_valid(row, 5), 0U);
-        EXPECT_RECORDS(said(
-            1, "is_port_type_valid",
-            "enum_id invalid (Enum id " + std::to_string(std::bit_cast<int32_t>(row)) +
-                " is not included in port validation dictionary)\n"));
+        const std::string id = std::to_string(std::bit_cast<int32_t>(row));
+        const std::string text =
+            "enum_id invalid (Enum id " + id + " is not included in port validation dictionary)\n";
+        EXPECT_OUTCOME(is_port_type_valid(row, 5), 0U, ports.said(1, check, text));
     }
     EXPECT_EQ(is_port_type_valid(172, 5), 1U);
     // What the table holds when it is asked is what counts, and its names never do.
@@ -98,26 +84,19 @@ TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
 
 TEST_F(PortTypeTest, TracesAndVerbosity)
 {
-    const std::string check = "is_port_type_valid";
     const std::string setter = "port_type_validate_log_verbosity_level_set";
-    const Records refused = said(1, check, "Port 0x50000000 invalid (Port type is (N/A))\n");
-
+    const uint32_t port = 0x50000000;
+    const Records message = refused(port, " is (N/A)");
     KY_STORE(g_ky_log_module_func_enable, 1);
-    EXPECT_EQ(port_type_validate_log_verbosity_level_set(0xffffffff), KY_STATUS_SUCCESS);
-    EXPECT_RECORDS(said(31, setter, setter + " - left \n"));
-    is_port_type_valid(16, 0x50000000);
-    EXPECT_RECORDS(
-        said(31, check, check + " - entered \n") + refused + said(31, check, check + " - left \n"));
-    EXPECT_EQ(port_type_validate_log_verbosity_level_set(1), KY_STATUS_SUCCESS);
-    EXPECT_RECORDS(said(31, setter, setter + " - entered \n"));
-    is_port_type_valid(16, 0x50000000);
-    EXPECT_RECORDS(refused);
-    EXPECT_EQ(port_type_validate_log_verbosity_level_set(0), KY_STATUS_SUCCESS);
+    EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(~0U), GOOD, ports.left(setter));
+    EXPECT_OUTCOME(is_port_type_valid(16, port), 0U, ports.around(check, message));
+    EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(1), GOOD, ports.entered(setter));
+    EXPECT_OUTCOME(is_port_type_valid(16, port), 0U, message);
+    EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(0), GOOD, {});
     for (const uint32_t type : {0U, 1U, 5U}) {
         EXPECT_EQ(is_port_type_valid(3, type << 28), 0U);
     }
-    EXPECT_EQ(is_port_type_valid(0, 0), 0U);
-    EXPECT_SILENCE();
+    EXPECT_OUTCOME(is_port_type_valid(0, 0), 0U, {});
 }
 
 } // namespace

@@ -2,14 +2,12 @@
 // bit. They are private: the source is compiled into this test.
 #include "../../router_validate/ky_router_utils_validate.cpp" // NOLINT(bugprone-suspicious-include)
 
-#include <gtest/gtest.h>
+#include "tools.h"
 
 #include <array>
+#include <atomic>
+#include <bit>
 #include <memory>
-#include <random>
-#include <string>
-#include <thread>
-#include <vector>
 
 namespace {
 
@@ -85,70 +83,55 @@ ky_status_t judged_by_bits(const ky_mc_route_key_t& key)
     return is_any || mask_is_valid ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_ERROR;
 }
 
-/* Prefixes that are often right and often wrong by a bit. */
-class PrefixMaker {
-  public:
-    explicit PrefixMaker(uint32_t seed) : random_(seed) {}
-
-    ky_ip_prefix_t make(uint32_t version, bool is_group)
-    {
-        Words mask = {};
-        const uint32_t length = below(4) == 0 ? (is_group ? 4 : 0) : below(129);
-        for (uint32_t bit = 0; bit < length; bit++) {
-            mask[bit / 32] |= 0x80000000U >> bit % 32;
-        }
-        Words addr = {};
-        for (size_t i = 0; i < 4; i++) {
-            addr[i] = static_cast<uint32_t>(random_()) & mask[i];
-        }
-        if (is_group && below(8) != 0) {
-            const uint32_t range = version == 1 ? 0xe0000000 : 0xff000000;
-            const uint32_t range_mask = version == 1 ? 0xf0000000 : 0xff000000;
-            addr[0] = (addr[0] & ~range_mask) | range;
-        }
-        if (below(16) == 0) {
-            addr[0] = 0xffffffff;
-        }
-        if (below(8) == 0) {
-            addr = mask = {};
-        }
-        for (Words* words : {&addr, &mask}) {
-            if (below(4) == 0) {
-                (*words)[below(4)] ^= 1U << below(32);
-            }
-        }
-        ky_ip_prefix_t prefix = {};
-        prefix.version = version;
-        if (version == 1) {
-            prefix.prefix.ipv4 = {addr[0], mask[0]};
-        } else {
-            memcpy(prefix.prefix.ipv6.addr, addr.data(), sizeof addr);
-            memcpy(prefix.prefix.ipv6.mask, mask.data(), sizeof mask);
-        }
-        return prefix;
+/* A prefix, often right and often wrong by a bit. */
+ky_ip_prefix_t make(Random& random, uint32_t version, bool is_group)
+{
+    Words mask = {};
+    const uint32_t length = random.below(4) == 0 ? (is_group ? 4 : 0) : random.below(129);
+    for (uint32_t bit = 0; bit < length; bit++) {
+        mask[bit / 32] |= 0x80000000U >> bit % 32;
     }
-
-    uint32_t below(uint32_t end)
-    {
-        return static_cast<uint32_t>(random_()) % end;
+    Words addr = {};
+    for (size_t i = 0; i < 4; i++) {
+        addr[i] = static_cast<uint32_t>(random.any()) & mask[i];
     }
-
-  private:
-    std::mt19937 random_;
-};
+    if (is_group && random.below(8) != 0) {
+        const uint32_t range = version == 1 ? 0xe0000000 : 0xff000000;
+        const uint32_t range_mask = version == 1 ? 0xf0000000 : 0xff000000;
+        addr[0] = (addr[0] & ~range_mask) | range;
+    }
+    if (random.below(16) == 0) {
+        addr[0] = 0xffffffff;
+    }
+    if (random.below(8) == 0) {
+        addr = mask = {};
+    }
+    for (Words* words : {&addr, &mask}) {
+        if (random.below(4) == 0) {
+            (*words)[random.below(4)] ^= 1U << random.below(32);
+        }
+    }
+    ky_ip_prefix_t prefix = {};
+    prefix.version = version;
+    if (version == 1) {
+        prefix.prefix.ipv4 = {addr[0], mask[0]};
+    } else {
+        memcpy(prefix.prefix.ipv6.addr, addr.data(), sizeof addr);
+        memcpy(prefix.prefix.ipv6.mask, mask.data(), sizeof mask);
+    }
+    return prefix;
+}
 
 TEST(PredicatesTest, RandomKeysAreJudgedAsByTheirBits)
 {
-    const uint32_t seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    PrefixMaker maker(seed);
+    Random random;
     ky_router_utils_log_verbosity_set(0);
     int passed = 0;
     constexpr int rounds = 100000;
     for (int i = 0; i < rounds; i++) {
-        const uint32_t version = maker.below(8) == 0 ? maker.below(5) : 1 + maker.below(2);
-        const uint32_t other = maker.below(32) == 0 ? maker.below(5) : version;
-        const ky_mc_route_key_t key = {maker.make(version, false), maker.make(other, true)};
+        const uint32_t version = random.below(8) == 0 ? random.below(5) : 1 + random.below(2);
+        const uint32_t other = random.below(32) == 0 ? random.below(5) : version;
+        const ky_mc_route_key_t key = {make(random, version, false), make(random, other, true)};
         const auto before = std::bit_cast<KeyWords>(key);
         const ky_status_t status =
             ky_router_utils_validate_mc_egress_rif_get(0, &key, nullptr, nullptr);
@@ -204,31 +187,21 @@ TEST(PredicatesTest, NothingIsNotAPrefix)
 TEST(ExhaustiveTest, EveryIpv4Mask)
 {
     constexpr uint64_t end = uint64_t{1} << 32;
-    const uint64_t parts = std::max(1U, std::thread::hardware_concurrency());
-    std::vector<uint64_t> mismatches(parts);
-    std::vector<uint64_t> contiguous(parts);
-    std::vector<std::thread> threads;
-    for (uint64_t part = 0; part < parts; part++) {
-        threads.emplace_back([part, parts, &mismatches, &contiguous] {
-            uint64_t wrong = 0;
-            uint64_t right = 0;
-            for (uint64_t i = end * part / parts; i < end * (part + 1) / parts; i++) {
-                const auto mask = static_cast<uint32_t>(i);
-                const bool is = __is_ipv4_mask_contiguous(mask) == 1;
-                wrong += is != (std::countl_one(mask) == std::popcount(mask)) ? 1 : 0;
-                right += is ? 1 : 0;
-            }
-            mismatches[part] = wrong;
-            contiguous[part] = right;
-        });
-    }
-    uint64_t wrong = 0;
-    uint64_t right = 0;
-    for (uint64_t part = 0; part < parts; part++) {
-        threads[part].join();
-        wrong += mismatches[part];
-        right += contiguous[part];
-    }
+    const uint32_t parts = std::max(1U, std::thread::hardware_concurrency());
+    std::atomic<uint64_t> wrong = 0;
+    std::atomic<uint64_t> right = 0;
+    in_threads(parts, [&](uint32_t part) {
+        uint64_t mismatches = 0;
+        uint64_t contiguous = 0;
+        for (uint64_t i = end * part / parts; i < end * (part + 1) / parts; i++) {
+            const auto mask = static_cast<uint32_t>(i);
+            const bool is = __is_ipv4_mask_contiguous(mask) == 1;
+            mismatches += is != (std::countl_one(mask) == std::popcount(mask)) ? 1 : 0;
+            contiguous += is ? 1 : 0;
+        }
+        wrong += mismatches;
+        right += contiguous;
+    });
     EXPECT_EQ(wrong, 0U);
     EXPECT_EQ(right, 33U);
 }

@@ -7,9 +7,11 @@
 
 static std::atomic<long> live;
 static std::atomic<long> left = -1;
+static std::atomic<size_t> last;
 
 void* cl_malloc(size_t size)
 {
+    last = size;
     if (left == 0) {
         return nullptr;
     }
@@ -26,6 +28,11 @@ void cl_free(void* memory)
         live--;
     }
     free(memory);
+}
+
+size_t last_request()
+{
+    return last;
 }
 
 long live_blocks()

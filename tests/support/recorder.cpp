@@ -71,17 +71,30 @@ Records take_records()
     return std::exchange(records, {});
 }
 
-Records statement(
-    uint32_t mask, const std::string& module, const std::string& file, const std::string& function,
-    const std::string& text)
+Records Module::said(uint32_t mask, const std::string& function, const std::string& text) const
 {
-    static const std::string levels[] = {"NONE   ", "ERROR  ", "WARN   ",
+    static const char* const levels[] = {"NONE   ", "ERROR  ", "WARN   ",
                                          "NOTICE ", "INFO   ", "DEBUG  "};
     const std::string level = levels[__builtin_popcount(mask)];
-    const std::string prefix = mask == KY_LOG_MASK_DEBUG ? file + "[L]- " + function + ": " : "";
+    const std::string source = std::string(file_) + "[L]- " + function + ": ";
     return {
-        "log " + std::to_string(mask) + " " + module + ": " + prefix + text,
-        "trace: [" + level + "] [" + module + "] - " + function + "[L]: " + text};
+        "log " + std::to_string(mask) + " " + name_ + ": " + (mask == 31 ? source : "") + text,
+        "trace: [" + level + "] [" + name_ + "] - " + function + "[L]: " + text};
+}
+
+Records Module::entered(const std::string& function) const
+{
+    return said(31, function, function + " - entered \n");
+}
+
+Records Module::left(const std::string& function) const
+{
+    return said(31, function, function + " - left \n");
+}
+
+Records Module::around(const std::string& function, const Records& within) const
+{
+    return entered(function) + within + left(function);
 }
 
 Records operator+(Records a, const Records& b)
@@ -93,15 +106,8 @@ Records operator+(Records a, const Records& b)
 void Fingerprint::add(const char* text)
 {
     do {
-        hash_ = (hash_ ^ static_cast<unsigned char>(*text)) * 0x100000001b3;
+        value_ = (value_ ^ static_cast<unsigned char>(*text)) * 0x100000001b3;
     } while (*text++ != '\0');
-}
-
-std::string Fingerprint::text() const
-{
-    char digits[17];
-    snprintf(digits, sizeof digits, "%016lx", hash_);
-    return digits;
 }
 
 static void be_silent()

@@ -1,6 +1,7 @@
 // What holds from load time on, in a process that has set nothing.
 #include "recorder.h"
 
+#include <ky_adviser.h>
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
@@ -15,7 +16,12 @@ TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
     EXPECT_EQ(value, 0U);
     EXPECT_EQ(utils_use_xm_get(&value), KY_STATUS_SUCCESS);
     EXPECT_EQ(value, 0U);
+    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &value), KY_STATUS_SUCCESS);
+    EXPECT_EQ(value, KY_LOG_LEVEL_DEFAULT);
     EXPECT_SILENCE();
+    // The lock is a mutex at rest and the mark of an initialised object.
+    const std::string lock(reinterpret_cast<const char*>(&utils_mem_type_count_lock), 44);
+    EXPECT_EQ(lock, std::string(40, '\0') + std::string("\2\0\0\0", 4));
 
     EXPECT_EQ(utils_check_mc_id(0), KY_STATUS_PARAM_EXCEEDS_RANGE);
     EXPECT_EQ(is_port_type_valid(0, 0), 0U);

@@ -1,14 +1,18 @@
 // Pools, maps, and databases made of both.
 #include "allocation.h"
 #include "recorder.h"
+#include "tools.h"
 
 #include <ky_utils.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
-#include <random>
 
 namespace {
+
+constexpr Module utils = {"UTILS", "utils.cpp"};
+constexpr ky_status_t NO_ROOM = KY_STATUS_NO_RESOURCES;
 
 struct Record {
     cl_pool_item_t pool_item;
@@ -42,21 +46,15 @@ class DatabaseTest : public RecordedTest {
     void SetUp() override
     {
         RecordedTest::SetUp();
-        ASSERT_EQ(
-            utils_qpool_qmap_init(&pool, &map, 4, 40, 8, sizeof(Record), "test"),
-            KY_STATUS_SUCCESS);
-        EXPECT_RECORDS(
-            said(7, "utils_qpool_qmap_init", "Init test DB (Min: 4, Max: 40, Grow: 8)\n"));
+        EXPECT_OUTCOME(
+            utils_qpool_qmap_init(&pool, &map, 4, 40, 8, sizeof(Record), "test"), GOOD,
+            utils.said(7, "utils_qpool_qmap_init", "Init test DB (Min: 4, Max: 40, Grow: 8)\n"));
     }
     void TearDown() override
     {
         cl_qpool_destroy(&pool);
         EXPECT_EQ(live_blocks(), 0);
         RecordedTest::TearDown();
-    }
-    static Records said(uint32_t mask, const std::string& function, const std::string& text)
-    {
-        return statement(mask, "UTILS", "utils.cpp", function, text);
     }
     ky_status_t add(uint64_t key, void** record)
     {
@@ -74,53 +72,33 @@ class DatabaseTest : public RecordedTest {
 
 TEST_F(DatabaseTest, RandomChangesAgreeWithAModel)
 {
-    const uint32_t seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937_64 random(seed);
+    Random random;
     std::map<uint64_t, void*> model;
     for (int i = 0; i < 20000; i++) {
-        const uint64_t key = random() % 60;
-        const auto found = model.find(key);
-        const bool present = found != model.end();
-        void* record = &record;
+        const uint64_t key = random.below(60);
+        const bool present = model.contains(key);
+        const ky_status_t found = present ? GOOD : MISSING;
+        void* const expected = present ? model[key] : nullptr;
+        void* record = nullptr;
         cl_map_item_t* item = nullptr;
-        switch (random() % 5) {
-        case 0:
-        case 1: {
-            const ky_status_t status = add(key, &record);
-            if (present) {
-                ASSERT_EQ(status, KY_STATUS_ENTRY_ALREADY_EXISTS);
-                ASSERT_EQ(record, found->second);
-            } else if (model.size() == 40) {
-                ASSERT_EQ(status, KY_STATUS_NO_RESOURCES);
-            } else {
-                ASSERT_EQ(status, KY_STATUS_SUCCESS);
-                model[key] = record;
-            }
-            break;
-        }
-        case 2:
-            ASSERT_EQ(del(key, &record), present ? KY_STATUS_SUCCESS : KY_STATUS_ENTRY_NOT_FOUND);
-            if (present) {
-                ASSERT_EQ(record, found->second);
-                model.erase(found);
-            }
-            break;
-        case 3:
-            ASSERT_EQ(
-                utils_qmap_get(&map, key, &item),
-                present ? KY_STATUS_SUCCESS : KY_STATUS_ENTRY_NOT_FOUND);
-            ASSERT_EQ(item, present ? item_of_record(found->second) : cl_qmap_end(&map));
-            ASSERT_EQ(
-                utils_db_qmap_item_get(key, &map, record_of_item, &record),
-                present ? KY_STATUS_SUCCESS : KY_STATUS_ENTRY_NOT_FOUND);
-            ASSERT_EQ(record, present ? found->second : static_cast<void*>(&record));
-            break;
-        default:
-            ASSERT_EQ(
-                utils_qmap_is_empty(&map),
-                model.empty() ? KY_STATUS_SUCCESS : KY_STATUS_DB_NOT_EMPTY);
-            break;
+        const uint32_t action = random.below(5);
+        if (action <= 1 && !present && model.size() < 40) {
+            ASSERT_EQ(add(key, &record), GOOD);
+            model[key] = record;
+        } else if (action <= 1) {
+            ASSERT_EQ(add(key, &record), present ? PRESENT : NO_ROOM);
+            ASSERT_EQ(record, expected);
+        } else if (action == 2) {
+            ASSERT_EQ(del(key, &record), found);
+            ASSERT_EQ(record, expected);
+            model.erase(key);
+        } else if (action == 3) {
+            ASSERT_EQ(utils_qmap_get(&map, key, &item), found);
+            ASSERT_EQ(item, present ? item_of_record(expected) : cl_qmap_end(&map));
+            ASSERT_EQ(utils_db_qmap_item_get(key, &map, record_of_item, &record), found);
+            ASSERT_EQ(record, expected);
+        } else {
+            ASSERT_EQ(utils_qmap_is_empty(&map), model.empty() ? GOOD : KY_STATUS_DB_NOT_EMPTY);
         }
     }
     auto expected = model.begin();
@@ -129,86 +107,77 @@ TEST_F(DatabaseTest, RandomChangesAgreeWithAModel)
         ASSERT_EQ(record_of_item(item), expected->second);
     }
     EXPECT_EQ(expected, model.end());
-    EXPECT_EQ(
-        utils_db_qmap_del(&map, &pool, record_of_item, pool_item_of_record), KY_STATUS_SUCCESS);
-    EXPECT_EQ(utils_qmap_is_empty(&map), KY_STATUS_SUCCESS);
+    static std::vector<uint64_t> given_back;
+    given_back.clear();
+    const auto noted = [](cl_map_item_t* item) {
+        given_back.push_back(item->key);
+        return record_of_item(item);
+    };
+    EXPECT_EQ(utils_db_qmap_del(&map, &pool, noted, pool_item_of_record), GOOD);
+    EXPECT_EQ(given_back.size(), model.size());
+    EXPECT_TRUE(std::is_sorted(given_back.begin(), given_back.end()));
+    EXPECT_EQ(utils_qmap_is_empty(&map), GOOD);
     for (uint64_t key = 0; key < 40; key++) { // the pool holds every record again
-        EXPECT_EQ(add(key, nullptr), KY_STATUS_SUCCESS);
+        EXPECT_EQ(add(key, nullptr), GOOD);
     }
 }
 
 TEST_F(DatabaseTest, StatusesResultsAndExitRecords)
 {
     Record own = {};
-    Record* filed = nullptr;
+    void* filed = nullptr;
+    void* record = nullptr;
     cl_map_item_t* item = nullptr;
-    ASSERT_EQ(add(5, reinterpret_cast<void**>(&filed)), KY_STATUS_SUCCESS);
+    ASSERT_EQ(add(5, &filed), GOOD);
     cl_map_item_t* const five = item_of_record(filed);
     cl_map_item_t* const end = cl_qmap_end(&map);
-    void* record = nullptr;
-
+    const std::string no_exit;
+    // clang-format off
     const struct {
-        const char* exit; // the function whose exit record is expected, or null
-        std::function<ky_status_t()> call;
+        const char* label;
+        Call call;
         ky_status_t status;
         cl_map_item_t* item;
+        std::string exit; // the function whose exit record is expected
     } cases[] = {
-        {nullptr, [&] { return utils_qmap_key_exists(&map, 5, &item); }, KY_STATUS_SUCCESS, five},
-        {nullptr, [&] { return utils_qmap_key_exists(&map, 6, &item); }, KY_STATUS_ENTRY_NOT_FOUND,
-         end},
-        {nullptr, [&] { return utils_qmap_key_exists(&map, 6, nullptr); },
-         KY_STATUS_ENTRY_NOT_FOUND, nullptr},
-        {nullptr, [&] { return utils_qmap_key_not_exists(&map, 5, &item); },
-         KY_STATUS_ENTRY_ALREADY_EXISTS, five},
-        {nullptr, [&] { return utils_qmap_key_not_exists(&map, 6, &item); }, KY_STATUS_SUCCESS,
-         end},
-        {nullptr, [&] { return utils_qmap_key_not_exists(&map, 5, nullptr); },
-         KY_STATUS_ENTRY_ALREADY_EXISTS, nullptr},
-        {nullptr, [&] { return utils_qmap_get(&map, 6, &item); }, KY_STATUS_ENTRY_NOT_FOUND, end},
-        {nullptr, [&] { return utils_qmap_remove(&map, 6, &item); }, KY_STATUS_ENTRY_NOT_FOUND,
-         end},
-        {"utils_db_qmap_item_get",
-         [&] { return utils_db_qmap_item_get(6, &map, record_of_item, &record); },
-         KY_STATUS_ENTRY_NOT_FOUND, nullptr},
-        {nullptr, [&] { return utils_db_qmap_item_get(5, &map, nullptr, nullptr); },
-         KY_STATUS_SUCCESS, nullptr},
-        {"utils_db_qmap_item_ins", [&] { return utils_db_qmap_item_ins(5, &map, &own.map_item); },
-         KY_STATUS_ENTRY_ALREADY_EXISTS, nullptr},
-        {"utils_db_qmap_item_add", [&] { return add(5, nullptr); }, KY_STATUS_ENTRY_ALREADY_EXISTS,
-         nullptr},
-        {"utils_db_qmap_item_del", [&] { return del(6, &record); }, KY_STATUS_ENTRY_NOT_FOUND,
-         nullptr},
-        {nullptr, [&] { return utils_db_qmap_item_ins(7, &map, &own.map_item); }, KY_STATUS_SUCCESS,
-         nullptr},
-        {nullptr, [&] { return utils_qmap_remove(&map, 7, &item); }, KY_STATUS_SUCCESS,
-         &own.map_item},
-        {nullptr, [&] { return utils_db_qmap_item_ins(7, &map, &own.map_item); }, KY_STATUS_SUCCESS,
-         nullptr},
-        {nullptr, [&] { return utils_db_qmap_item_del(7, &map, &pool, nullptr, nullptr, &record); },
-         KY_STATUS_SUCCESS, nullptr},
-        {nullptr,
-         [&] { return utils_db_qmap_item_del(5, &map, &pool, record_of_item, nullptr, &record); },
-         KY_STATUS_SUCCESS, nullptr},
+        {CALL(utils_qmap_key_exists(&map, 5, &item)), GOOD, five, no_exit},
+        {CALL(utils_qmap_key_exists(&map, 6, &item)), MISSING, end, no_exit},
+        {CALL(utils_qmap_key_exists(&map, 6, nullptr)), MISSING, nullptr, no_exit},
+        {CALL(utils_qmap_key_not_exists(&map, 5, &item)), PRESENT, five, no_exit},
+        {CALL(utils_qmap_key_not_exists(&map, 6, &item)), GOOD, end, no_exit},
+        {CALL(utils_qmap_key_not_exists(&map, 5, nullptr)), PRESENT, nullptr, no_exit},
+        {CALL(utils_qmap_get(&map, 6, &item)), MISSING, end, no_exit},
+        {CALL(utils_qmap_remove(&map, 6, &item)), MISSING, end, no_exit},
+        {CALL(utils_db_qmap_item_get(6, &map, record_of_item, &record)), MISSING, nullptr,
+         "utils_db_qmap_item_get"},
+        {CALL(utils_db_qmap_item_get(5, &map, nullptr, nullptr)), GOOD, nullptr, no_exit},
+        {CALL(utils_db_qmap_item_ins(5, &map, &own.map_item)), PRESENT, nullptr,
+         "utils_db_qmap_item_ins"},
+        {CALL(add(5, nullptr)), PRESENT, nullptr, "utils_db_qmap_item_add"},
+        {CALL(del(6, &record)), MISSING, nullptr, "utils_db_qmap_item_del"},
+        {CALL(utils_db_qmap_item_ins(7, &map, &own.map_item)), GOOD, nullptr, no_exit},
+        {CALL(utils_qmap_remove(&map, 7, &item)), GOOD, &own.map_item, no_exit},
+        {CALL(utils_db_qmap_item_ins(7, &map, &own.map_item)), GOOD, nullptr, no_exit},
+        {CALL(utils_db_qmap_item_del(7, &map, &pool, nullptr, nullptr, &record)), GOOD, nullptr,
+         no_exit},
+        {CALL(utils_db_qmap_item_del(5, &map, &pool, record_of_item, nullptr, &record)), GOOD,
+         nullptr, no_exit},
     };
+    // clang-format on
     utils_log_verbosity_level_set(5);
     KY_STORE(g_ky_log_module_func_enable, 1);
-    int number = 0;
-    for (const auto& [exit, call, status, expected_item] : cases) {
-        SCOPED_TRACE("case " + std::to_string(number++));
+    for (const auto& [label, call, status, expected_item, exit] : cases) {
+        SCOPED_TRACE(label);
         item = nullptr;
-        EXPECT_EQ(call(), status);
+        const Records left = utils.said(31, "utils_ky_log_exit", exit + " - left\n");
+        EXPECT_OUTCOME(call(), status, exit.empty() ? Records{} : left);
         EXPECT_EQ(item, expected_item);
-        EXPECT_RECORDS(
-            exit == nullptr ? Records{}
-                            : said(31, "utils_ky_log_exit", std::string(exit) + " - left\n"));
     }
     EXPECT_EQ(record, filed); // handed out, and kept from the pool
-    const Records left = said(31, "utils_qmap_is_empty", "utils_qmap_is_empty - left \n");
-    EXPECT_EQ(utils_qmap_is_empty(&map), KY_STATUS_SUCCESS);
-    EXPECT_RECORDS(left);
+    const Records left = utils.left("utils_qmap_is_empty");
+    EXPECT_OUTCOME(utils_qmap_is_empty(&map), GOOD, left);
     cl_qmap_insert(&map, 1, &own.map_item);
-    EXPECT_EQ(utils_qmap_is_empty(&map), KY_STATUS_DB_NOT_EMPTY);
-    EXPECT_RECORDS(left);
+    EXPECT_OUTCOME(utils_qmap_is_empty(&map), KY_STATUS_DB_NOT_EMPTY, left);
 }
 
 /* Fails every allocation once, from the first one on, until everything succeeds. */
@@ -220,17 +189,18 @@ TEST_F(DatabaseTest, EveryAllocationMayFail)
     for (bool done = false; !done; failures++) {
         fail_allocations_after(failures);
         const ky_status_t status = utils_qpool_init(&other, 16, 32, 16, sizeof(Record), "other");
-        if (status != KY_STATUS_SUCCESS) {
+        if (status != GOOD) {
             EXPECT_EQ(status, KY_STATUS_NO_MEMORY);
-            EXPECT_RECORDS(said(1, "utils_qpool_init", "Init failure of other DB\n"));
+            EXPECT_RECORDS(utils.said(1, "utils_qpool_init", "Init failure of other DB\n"));
             EXPECT_EQ(live_blocks(), before);
             continue;
         }
         cl_pool_item_t* item = nullptr;
         int taken = 0;
-        while (utils_qpool_get(&item, &other) == KY_STATUS_SUCCESS) {
+        while (utils_qpool_get(&item, &other) == GOOD) {
             taken++;
         }
+        EXPECT_EQ(utils_qpool_get(&item, &other), NO_ROOM);
         EXPECT_EQ(item, nullptr);
         EXPECT_TRUE(taken == 16 || taken == 32);
         done = taken == 32;
@@ -239,18 +209,30 @@ TEST_F(DatabaseTest, EveryAllocationMayFail)
     }
     EXPECT_GE(failures, 3); // one at creation, one for growth, and none
     fail_allocations_after(0);
+    utils_log_verbosity_level_set(5);
+    KY_STORE(g_ky_log_module_func_enable, 1);
+    const auto left = [](const std::string& function) {
+        return utils.said(31, "utils_ky_log_exit", function + " - left\n");
+    };
+    const auto failed = [&left](const std::string& function) {
+        return utils.said(1, function, "Init failure of both DB\n") + left(function);
+    };
+    take_records();
+    EXPECT_OUTCOME(
+        utils_qpool_init(&other, 16, 32, 16, sizeof(Record), "both"), KY_STATUS_NO_MEMORY,
+        failed("utils_qpool_init"));
     cl_qmap_t untouched = {};
-    EXPECT_EQ(
+    EXPECT_OUTCOME(
         utils_qpool_qmap_init(&other, &untouched, 16, 32, 16, sizeof(Record), "both"),
-        KY_STATUS_NO_MEMORY);
+        KY_STATUS_NO_MEMORY, failed("utils_qpool_qmap_init"));
     EXPECT_EQ(untouched.state, 0U);
     for (uint64_t key = 0; key < 4; key++) {
-        EXPECT_EQ(add(key, nullptr), KY_STATUS_SUCCESS);
+        EXPECT_EQ(add(key, nullptr), GOOD);
     }
-    EXPECT_EQ(add(4, nullptr), KY_STATUS_NO_RESOURCES);
-    EXPECT_EQ(utils_qmap_key_exists(&map, 4, nullptr), KY_STATUS_ENTRY_NOT_FOUND);
+    EXPECT_OUTCOME(add(4, nullptr), NO_ROOM, left("utils_db_qmap_item_add"));
+    EXPECT_EQ(utils_qmap_key_exists(&map, 4, nullptr), MISSING);
     fail_allocations_after(-1);
-    EXPECT_EQ(add(4, nullptr), KY_STATUS_SUCCESS);
+    EXPECT_EQ(add(4, nullptr), GOOD);
 }
 
 } // namespace

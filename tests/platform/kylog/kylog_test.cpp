@@ -1,27 +1,11 @@
 // The stand-in for the logging library.
+#include "tools.h"
+
 #include <kylog/kylog.h>
 
-#include <gtest/gtest.h>
-
 #include <sstream>
-#include <string>
-#include <thread>
-#include <vector>
 
 namespace {
-
-/* What a function prints to a stream. */
-template <typename Print> std::string printed(Print print)
-{
-    char* text = nullptr;
-    size_t size = 0;
-    FILE* stream = open_memstream(&text, &size);
-    print(stream);
-    fclose(stream);
-    std::string copy = text;
-    free(text);
-    return copy;
-}
 
 TEST(KylogTest, WritesOneLineAMessage)
 {
@@ -40,17 +24,11 @@ TEST(KylogTest, WritesOneLineAMessage)
 TEST(KylogTest, TraceBufferKeepsTheNewestRecordsOfManyThreads)
 {
     const std::string longest(2UL * KY_TRACE_CBUFF_TEXT, 'x');
-    std::vector<std::thread> writers;
-    for (int writer = 0; writer < 4; writer++) {
-        writers.emplace_back([&longest] {
-            for (int i = 0; i < 1000; i++) {
-                ky_trace_cbuff_log("%s", longest.c_str());
-            }
-        });
-    }
-    for (std::thread& writer : writers) {
-        writer.join();
-    }
+    in_threads(4, [&longest](uint32_t) {
+        for (int i = 0; i < 1000; i++) {
+            ky_trace_cbuff_log("%s", longest.c_str());
+        }
+    });
     for (int i = 0; i < KY_TRACE_CBUFF_RECORDS - 1; i++) {
         ky_trace_cbuff_log("record %d\n", i);
     }
