@@ -9,6 +9,7 @@ source=$2
 here=$source/tests/install
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+export CMAKE_GENERATOR=Ninja # make need not be there
 
 quietly() {
     "$@" > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
