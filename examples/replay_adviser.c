@@ -158,11 +158,15 @@ static ky_status_t called(adviser_cb_t callback, adviser_event_t event)
 /* The module of a name; one that is new takes a free place. */
 static struct module* find_module(const char* name)
 {
+    if (strlen(name) >= MODULE_NAME_SIZE) {
+        unreadable("'%s' is too long for a module", name);
+        return NULL;
+    }
     for (size_t i = 0; i < MODULES_MAX; i++) {
         if (modules[i].name[0] == '\0') {
             snprintf(modules[i].name, sizeof modules[i].name, "%s", name);
         }
-        if (strncmp(modules[i].name, name, sizeof modules[i].name - 1) == 0) {
+        if (strcmp(modules[i].name, name) == 0) {
             return &modules[i];
         }
     }

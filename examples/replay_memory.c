@@ -33,9 +33,12 @@ static bool memory_get(const words_t* words, uint32_t type)
     }
     uint32_t count = 0;
     uint32_t size = 0;
-    if (words->word[3] == NULL || !read_uint32(words->word[3], &count) ||
+    if (words->word[3] == NULL) {
+        return unreadable("a size is missing");
+    }
+    if (!read_uint32(words->word[3], &count) ||
         (words->word[4] != NULL && !read_uint32(words->word[4], &size))) {
-        return words->word[3] != NULL || unreadable("a size is missing");
+        return false;
     }
     const ky_status_t status = words->word[4] == NULL
                                    ? utils_memory_get(&blocks[number], count, type)

@@ -332,7 +332,7 @@ ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type)
     if (!is_mem_type(mem_type)) {
         return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
     }
-    if (buffer_p == nullptr) { // as above
+    if (buffer_p == nullptr) { // asked here, as in utils_memory_get
         utils_check_pointer(buffer_p, "Buffer pointer");
         return utils_ky_log_exit(KY_STATUS_PARAM_NULL, __func__);
     }

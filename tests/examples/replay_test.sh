@@ -19,7 +19,8 @@ output=$(printf '%b\r\n' \
     'route GET_FIRST source=10.0.0.1/8' 'rpf-group SET 3 IP_in_IP 4' \
     'register NO-SUCH-EVENT fdb' 'register port_added fdb maybe' 'register 1 fdb leave' \
     'event PORT-ADDED' 'deregister 1 fdb' 'adviser deinit' 'event 1' 'memory put PORT 0' \
-    'memory get PORT' 'memory get 18 4' 'memory get PORT 0x10000 0x10000' 'egress GET ::/0 ff00::/8 1' |
+    'memory get PORT' 'memory get 18 4' 'memory get PORT 0x10000 0x10000' 'egress GET ::/0 ff00::/8 1' \
+    'memory get PORT many' 'memory get PORT 1 -1' 'register 1 a_name_of_more_than_31_characters' |
     "$replay" - 2>&1) || status=$?
 expected='> status 14 # a comment
   14 Parameter Exceeds Range
@@ -104,7 +105,13 @@ ERROR   UTILS: Memory of 65536 elements of 65536 bytes exceeds range
   14 Parameter Exceeds Range
 > egress GET ::/0 ff00::/8 1
 line 37: a get takes no count
-23 of 37 lines could not be read'
+> memory get PORT many
+line 38: '\''many'\'' is not a number from 0 to 4294967295
+> memory get PORT 1 -1
+line 39: '\''-1'\'' is not a number from 0 to 4294967295
+> register 1 a_name_of_more_than_31_characters
+line 40: '\''a_name_of_more_than_31_characters'\'' is too long for a module
+26 of 40 lines could not be read'
 if [ "$output" != "$expected" ] || [ "$status" != 1 ]; then
     printf 'exit status %s, output:\n%s\n' "$status" "$output"
     exit 1
