@@ -259,6 +259,7 @@ TEST_F(RouterValidateTest, CommandsAndBoundaries)
         {"container without RIFs", route_set, {.data = {0, 0, 7}}, GOOD},
         {"next, 129", route_get, {.cmd = KY_ACCESS_CMD_GET_NEXT, .count = 129}, RANGE},
         {"another command, 129", route_get, {.cmd = KY_ACCESS_CMD_READ, .count = 129}, GOOD},
+        {"set, 129", route_get, {.cmd = KY_ACCESS_CMD_SET, .count = 129}, GOOD},
         {"no filter", route_get, {.has_key = false, .has_filter = false}, GOOD},
         {"flags other than 1", route_get, {.filter = ignored}, GOOD},
         {"two versions", route_get, {.filter = {1, source6, 1, group4, 0, 1}}, GOOD},
@@ -296,6 +297,12 @@ TEST_F(RouterValidateTest, CommandsAndBoundaries)
         {"count, any ID", rpf_group_get, {.cmd = KY_ACCESS_CMD_COUNT, .id = 512}, GOOD},
         {"first, any ID", rpf_group_get, {.cmd = KY_ACCESS_CMD_GET_FIRST, .id = 512}, GOOD},
     };
+    const auto unknown = static_cast<ky_access_cmd_t>(~0U);
+    EXPECT_OUTCOME(
+        route_set({.cmd = unknown, .has_key = false}), NIL,
+        router.said(
+            1, "ky_router_utils_validate_mc_route_set",
+            "Given mc_route_key_p is NULL and CMD is -1 \n"));
     for (const auto& [label, call, request, status] : cases) {
         EXPECT_EQ(call(request), status) << label;
         EXPECT_EQ(take_records().size(), status == GOOD ? 0U : 2U) << label;

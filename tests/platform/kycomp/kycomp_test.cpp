@@ -186,6 +186,7 @@ TEST(QpoolTest, GrowsStepByStepAndSurvivesEveryAllocationFailure)
         EXPECT_EQ(blocks.size(), 1U);
         std::vector<Object*> objects = take_all(pool);
         EXPECT_EQ(objects.size(), std::min(failing * 16, 255));
+        EXPECT_TRUE(std::is_sorted(objects.begin(), objects.begin() + 16, std::less<>()));
         for (Object* object : objects) {
             cl_qpool_put(&pool, &object->item);
         }
