@@ -486,16 +486,14 @@ ky_status_t ky_router_utils_validate_mc_egress_rif_get(
     uint16_t /* vrid */, const ky_mc_route_key_t* mc_route_key_p,
     const void* /* egress_rif_list_p */, const void* /* egress_rif_cnt_p */)
 {
-    KY_TRACE_FUNCTION();
-    return validate_mc_key(mc_route_key_p);
+    return KY_TRACED(validate_mc_key, mc_route_key_p);
 }
 
 ky_status_t ky_router_utils_validate_mc_route_activity_get(
     ky_access_cmd_t /* cmd */, uint16_t /* vrid */, const ky_mc_route_key_t* mc_route_key_p,
     const void* /* activity_p */)
 {
-    KY_TRACE_FUNCTION();
-    return validate_mc_key(mc_route_key_p);
+    return KY_TRACED(validate_mc_key, mc_route_key_p);
 }
 
 ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
@@ -517,8 +515,7 @@ ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
 ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
     uint16_t /* vrid */, const ky_mc_route_key_t* mc_route_key_p, const void* /* counter_id_p */)
 {
-    KY_TRACE_FUNCTION();
-    return validate_mc_key(mc_route_key_p);
+    return KY_TRACED(validate_mc_key, mc_route_key_p);
 }
 
 // ---- RPF groups ----

@@ -182,6 +182,27 @@ static const char ky_log_level_names[][8] = {
 #define KY_TRACE_ENTRY() KY_TRACE_IN(__func__, "entered")
 #define KY_TRACE_EXIT() KY_TRACE_IN(__func__, "left")
 
+#if defined(__cplusplus) && __cplusplus >= 201402L // it has generic lambdas
+/** Calls a function with its arguments, of which it has one or more, between an entry and an exit
+ *  trace: `return KY_TRACED(port_mtu_store, mtu);` yields what port_mtu_store returns.
+ *
+ *  The form for a function that does one thing: while traces are off, it needs no stack frame. */
+#define KY_TRACED(function, ...)                                                                \
+    [](const char* ky_traced, auto... ky_given) {                                               \
+        if (KY_TRACE_WANTED()) {                                                                \
+            return [](const char* ky_caller, auto... ky_passed) __attribute__((cold, noinline)) \
+            {                                                                                   \
+                KY_TRACE_RECORD(ky_caller, "entered");                                          \
+                const auto ky_result = function(ky_passed...);                                  \
+                KY_TRACE_IN(ky_caller, "left");                                                 \
+                return ky_result;                                                               \
+            }                                                                                   \
+            (ky_traced, ky_given...);                                                           \
+        }                                                                                       \
+        return KY_TRACE_RESULT(ky_traced, function(ky_given...));                               \
+    }(__func__, __VA_ARGS__)
+#endif
+
 #if defined(__cplusplus) && __cplusplus >= 201703L // it deduces a template's argument
 /** Traces entry here, and exit when the enclosing function returns, wherever it does. */
 #define KY_TRACE_FUNCTION()             \
@@ -209,10 +230,26 @@ template <typename Exit> class ky_trace_scope {
 
 /* ---- How the statements are made ---- */
 
-#define KY_TRACE_IN(function, verb)                                             \
-    (__builtin_expect(KY_LOAD(g_ky_log_module_func_enable) != 0, 0)             \
-         ? KY_LOG_IN(function, KY_LOG_MASK_DEBUG, "%s - " verb " \n", function) \
-         : (void)0)
+#define KY_TRACE_IN(function, verb) (KY_TRACE_WANTED() ? KY_TRACE_RECORD(function, verb) : (void)0)
+
+#define KY_TRACE_WANTED() __builtin_expect(KY_LOAD(g_ky_log_module_func_enable) != 0, 0)
+
+#define KY_TRACE_RECORD(function, verb) \
+    KY_LOG_IN(function, KY_LOG_MASK_DEBUG, "%s - " verb " \n", function)
+
+/* An exit trace, and the result behind it: handed through, it need not be kept elsewhere. */
+#define KY_TRACE_RESULT(function, result)                                                 \
+    [](const char* ky_left, auto ky_result) {                                             \
+        if (KY_TRACE_WANTED()) {                                                          \
+            return [](const char* ky_named, auto ky_kept) __attribute__((cold, noinline)) \
+            {                                                                             \
+                KY_TRACE_RECORD(ky_named, "left");                                        \
+                return ky_kept;                                                           \
+            }                                                                             \
+            (ky_left, ky_result);                                                         \
+        }                                                                                 \
+        return ky_result;                                                                 \
+    }(function, result)
 
 /* C++ moves the records into a function of their own that is cold and takes its arguments by value:
  * what stays behind needs no stack frame. C has no such form, and writes them in place. */

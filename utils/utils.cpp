@@ -55,6 +55,12 @@ template <typename Narrow> uint32_t cut(Narrow value)
     return value;
 }
 
+ky_status_t set(uint32_t* word, uint32_t value)
+{
+    KY_STORE(*word, value);
+    return KY_STATUS_SUCCESS;
+}
+
 /* A failure that is logged and then leaves through the exported exit trace. */
 #define UTILS_FAIL(status, ...) utils_ky_log_exit(KY_FAIL(status, __VA_ARGS__), __func__)
 
@@ -113,9 +119,7 @@ ky_status_t utils_ky_log_exit(ky_status_t status, const char* function_name)
 
 ky_status_t utils_log_verbosity_level_set(uint32_t level)
 {
-    KY_TRACE_FUNCTION();
-    KY_STORE(utils_verbosity_level, level);
-    return KY_STATUS_SUCCESS;
+    return KY_TRACED(set, &utils_verbosity_level, level);
 }
 
 ky_status_t utils_check_pointer(const void* pointer, const char* description)
@@ -249,9 +253,7 @@ ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit)
 
 ky_status_t utils_use_xm_set(uint32_t use_xm)
 {
-    KY_TRACE_FUNCTION();
-    KY_STORE(utils_use_xm, use_xm);
-    return KY_STATUS_SUCCESS;
+    return KY_TRACED(set, &utils_use_xm, use_xm);
 }
 
 ky_status_t utils_use_xm_get(uint32_t* use_xm_p)
