@@ -37,7 +37,8 @@ constexpr uint32_t MEM_TYPE_MIN = 1;
 constexpr uint32_t MEM_TYPE_MAX = 17;
 constexpr uint32_t MEM_TYPE_ALL = 0;
 
-constexpr const char* utils_mem_type_name[] = {
+/* In place, so that the loader has nothing to do. */
+constexpr char utils_mem_type_name[][15] = {
     "ALL",    "COS",       "TOPO", "PORT",    "MSTP",           "FDB",          "VLAN", "LAG",
     "ROUTER", "ACL",       "SPAN", "POLICER", "HOST-INTERFACE", "FLOW-COUNTER", "KVDL", "API",
     "TUNNEL", "TELEMETRY",

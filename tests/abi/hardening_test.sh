@@ -1,10 +1,11 @@
 #!/bin/sh
-# hardening_test.sh LIBRARY SOURCE_DIR: what was asked of the compiler and the linker, read back from
-# the library.
+# hardening_test.sh LIBRARY SOURCE_DIR [packed]: what was asked of the compiler and the linker, read
+# back from the library; "packed", if relocations were to be.
 set -eu
 
 library=$1
 source_dir=$2
+relocations=${3-}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 readelf -dW "$library" > "$work/dynamic"
@@ -40,6 +41,11 @@ expect "what relocation wrote is read-only afterwards" grep -q GNU_RELRO "$work/
 expect "its stack is not executable" grep -qE 'GNU_STACK.* RW +0x' "$work/segments"
 expect_not "no segment is writable and executable" grep -qE 'LOAD.* RWE ' "$work/segments"
 expect_not "no relocation writes to code" grep -q TEXTREL "$work/dynamic"
+if [ "$relocations" = packed ]; then
+    size=$(awk '/ \.relr\.dyn / { sub(/.*RELR +/, ""); print $3 }' "$work/sections")
+    expect "the loader is told what to relocate in 1 to 250 bytes" \
+        test "$((0x${size:-0}))" -ge 1 -a "$((0x${size:-0}))" -le 250
+fi
 expect_not "no symbol has a version" grep -q '\.gnu\.version_d' "$work/sections"
 expect "indirect branches land on marked places" \
     test "$(grep -c endbr64 "$work/code")" -ge "$(nm -D --defined-only "$library" | grep -c ' T ')"
