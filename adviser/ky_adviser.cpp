@@ -168,12 +168,14 @@ class Walk {
         innermost = outer_;
     }
 
-    /* The next advisor, or null at the end. Its successor is taken first. */
+    bool is_over() const
+    {
+        return next_ == cl_qmap_end(map_);
+    }
+
+    /* The next advisor. Its successor is taken first. */
     advisor_t* next()
     {
-        if (next_ == cl_qmap_end(map_)) {
-            return nullptr;
-        }
         cl_map_item_t* item = next_;
         next_ = cl_qmap_next(item);
         return advisor_of(item);
@@ -207,7 +209,7 @@ void drop(cl_qmap_t* map, advisor_t* advisor)
     cl_qpool_put(&adviser_pool, &advisor->pool_item);
 }
 
-ky_status_t __adviser_event_map_get(adviser_event_t event, cl_qmap_t** map_pp)
+inline ky_status_t __adviser_event_map_get(adviser_event_t event, cl_qmap_t** map_pp)
 {
     KY_TRACE_FUNCTION();
     if (event < EVENT_MIN || event > EVENT_MAX) {
@@ -316,8 +318,8 @@ ky_status_t __adviser_event_map_delete_all(adviser_event_t event)
         return status;
     }
     Walk walk(map);
-    while (advisor_t* advisor = walk.next()) {
-        drop(map, advisor);
+    while (!walk.is_over()) {
+        drop(map, walk.next());
     }
     KY_LOG_DEBUG("Advisors deleted from '%s' adviser.\n", event_name(event));
     return KY_STATUS_SUCCESS;
@@ -407,12 +409,9 @@ ky_status_t adviser_process_event(adviser_event_t event, void* event_data)
     adviser_cb_t called = nullptr;
     {
         Walk walk(map);
-        while (advisor_t* advisor = walk.next()) {
-            called = advisor->callback;
+        while (status == KY_STATUS_SUCCESS && !walk.is_over()) {
+            called = walk.next()->callback;
             status = called(event, event_data);
-            if (status != KY_STATUS_SUCCESS) {
-                break;
-            }
         }
     }
     if (status == KY_STATUS_SUCCESS) {
@@ -428,11 +427,12 @@ ky_status_t adviser_process_event(adviser_event_t event, void* event_data)
         return KY_FAIL(status, "SDK Internal error: failed to get fail event of pre event.\n");
     }
     Walk rollback(map);
-    while (advisor_t* advisor = rollback.next()) {
-        if (advisor->callback == called) {
+    while (!rollback.is_over()) {
+        const adviser_cb_t callback = rollback.next()->callback;
+        if (callback == called) {
             break;
         }
-        const ky_status_t rollback_status = advisor->callback(fail_event, event_data);
+        const ky_status_t rollback_status = callback(fail_event, event_data);
         if (rollback_status != KY_STATUS_SUCCESS) {
             KY_LOG_ERROR("Adviser fail in rollback event %s.\n", ky_status_str(rollback_status));
         }
