@@ -1,0 +1,21 @@
+/* What stands in a module of the SDK that uses the library's headers: statements that are suppressed. */
+#ifndef MODULE_H
+#define MODULE_H
+
+#include <ky_common.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+KY_EXPORT void module_log_verbosity_level_set(uint32_t level);
+
+/* Eight statements between additions, and one. */
+KY_EXPORT uint32_t module_statements(uint32_t a, uint32_t b);
+KY_EXPORT uint32_t module_statement(uint32_t a, uint32_t b);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
