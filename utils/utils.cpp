@@ -56,6 +56,7 @@ template <typename Narrow> uint32_t cut(Narrow value)
     return value;
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the store is not seen as one
 ky_status_t set(uint32_t* word, uint32_t value)
 {
     KY_STORE(*word, value);
