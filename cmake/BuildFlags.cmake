@@ -21,20 +21,24 @@ target_link_options(kriolilglu_library_flags INTERFACE
   # Needed is what is linked, whichever compiler does it: Debian's gcc would leave libc out.
   LINKER:--no-as-needed)
 
-# The tables of names are pointers, which the loader relocates: packed, that takes 200 bytes of the file
-# instead of 38,000. Older linkers and loaders than Debian 12's do not know the form.
+# The tables of names are pointers, which the loader relocates: packed, that takes 250 bytes of the
+# file instead of 38,000. Linkers and loaders older than Debian 12's do not know the form.
 option(KRIOLILGLU_PACK_RELOCATIONS
   "Pack relative relocations, if this machine's loader takes them" ON)
 if(KRIOLILGLU_PACK_RELOCATIONS AND NOT CMAKE_CROSSCOMPILING)
   include(CheckSourceRuns)
   include(CMakePushCheckState)
   cmake_push_check_state(RESET)
-  set(CMAKE_REQUIRED_LINK_OPTIONS LINKER:--fatal-warnings,-z,pack-relative-relocs)
-  check_source_runs(C "const char *const table[] = {\"relocated\"}; int main(void) { return **table != 'r'; }"
+  set(CMAKE_REQUIRED_FLAGS -fPIE) # else there would be nothing to relocate
+  set(CMAKE_REQUIRED_LINK_OPTIONS -pie LINKER:--fatal-warnings,-z,pack-relative-relocs)
+  check_source_runs(C [[
+    const char *const table[] = {"relocated"};
+    int main(void) { return **table != 'r'; }]]
     KRIOLILGLU_LOADER_TAKES_PACKED_RELOCATIONS)
   cmake_pop_check_state()
   if(KRIOLILGLU_LOADER_TAKES_PACKED_RELOCATIONS)
     target_link_options(kriolilglu_library_flags INTERFACE LINKER:-z,pack-relative-relocs)
+    set(relocations packed) # for the tests
   endif()
 endif()
 

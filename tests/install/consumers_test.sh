@@ -30,7 +30,7 @@ mv "$work/first" "$work/moved"
 lib=$(libdir "$work/moved" libkriolilglu.so)
 
 "$source/tests/abi/exports_test.sh" "$lib/libkriolilglu.so.1" "$source/abi/kriolilglu.map"
-"$source/tests/abi/hardening_test.sh" "$lib/libkriolilglu.so.1" "$source" packed
+"$source/tests/abi/hardening_test.sh" "$lib/libkriolilglu.so.1" "$source"
 
 flags=$(PKG_CONFIG_PATH=$lib/pkgconfig pkg-config --cflags --libs kriolilglu)
 strict='-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror'
