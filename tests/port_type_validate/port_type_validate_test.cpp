@@ -90,6 +90,7 @@ TEST_F(PortTypeTest, TracesAndVerbosity)
     KY_STORE(g_ky_log_module_func_enable, 1);
     EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(~0U), GOOD, ports.left(setter));
     EXPECT_OUTCOME(is_port_type_valid(16, port), 0U, ports.around(check, message));
+    EXPECT_OUTCOME(is_port_type_valid(16, 5), 1U, ports.around(check));
     EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(1), GOOD, ports.entered(setter));
     EXPECT_OUTCOME(is_port_type_valid(16, port), 0U, message);
     EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(0), GOOD, {});
