@@ -183,24 +183,31 @@ static const char ky_log_level_names[][8] = {
 #define KY_TRACE_EXIT() KY_TRACE_IN(__func__, "left")
 
 #if defined(__cplusplus) && __cplusplus >= 201402L // it has generic lambdas
-/** Calls a function with its arguments, of which it has one or more, between an entry and an exit
- *  trace: `return KY_TRACED(port_mtu_store, mtu);` yields what port_mtu_store returns.
+/** Calls a function between an entry and an exit trace, and yields what it returns:
+ *  `return KY_TRACED(port_mtu_store, mtu);`.
  *
- *  The form for a function that does one thing: while traces are off, it needs no stack frame. */
-#define KY_TRACED(function, ...)                                                                \
-    [](const char* ky_traced, auto... ky_given) {                                               \
-        if (KY_TRACE_WANTED()) {                                                                \
-            return [](const char* ky_caller, auto... ky_passed) __attribute__((cold, noinline)) \
-            {                                                                                   \
-                KY_TRACE_RECORD(ky_caller, "entered");                                          \
-                const auto ky_result = function(ky_passed...);                                  \
-                KY_TRACE_IN(ky_caller, "left");                                                 \
-                return ky_result;                                                               \
-            }                                                                                   \
-            (ky_traced, ky_given...);                                                           \
-        }                                                                                       \
-        return KY_TRACE_RESULT(ky_traced, function(ky_given...));                               \
+ *  The function has a name of its own (it is no member that needs an object), takes one argument or
+ *  more, by value or by pointer, and returns a value. Arguments are copied. With g++ and traces off,
+ *  a function that does nothing else needs no stack frame: the call that is traced stands apart, in a
+ *  cold copy that does not come back. */
+#define KY_TRACED(function, ...)                                                  \
+    [](const char* ky_caller, auto... ky_given) {                                 \
+        if (KY_TRACE_WANTED()) {                                                  \
+            return [](const char* ky_cold_caller, auto... ky_cold_given)          \
+                __attribute__((cold, noinline))                                   \
+            {                                                                     \
+                KY_TRACE_RECORD(ky_cold_caller, "entered");                       \
+                const auto ky_result = function(KY_GIVEN_AWAY(ky_cold_given)...); \
+                KY_TRACE_IN(ky_cold_caller, "left");                              \
+                return ky_result;                                                 \
+            }                                                                     \
+            (ky_caller, ky_given...);                                             \
+        }                                                                         \
+        return KY_TRACE_RESULT(ky_caller, function(KY_GIVEN_AWAY(ky_given)...));  \
     }(__func__, __VA_ARGS__)
+
+/* So that a function that would change its argument does not compile: it would change a copy. */
+#define KY_GIVEN_AWAY(argument) static_cast<decltype(argument)&&>(argument)
 #endif
 
 #if defined(__cplusplus) && __cplusplus >= 201703L // it deduces a template's argument
@@ -238,17 +245,18 @@ template <typename Exit> class ky_trace_scope {
     KY_LOG_IN(function, KY_LOG_MASK_DEBUG, "%s - " verb " \n", function)
 
 /* An exit trace, and the result behind it: handed through, it need not be kept elsewhere. */
-#define KY_TRACE_RESULT(function, result)                                                 \
-    [](const char* ky_left, auto ky_result) {                                             \
-        if (KY_TRACE_WANTED()) {                                                          \
-            return [](const char* ky_named, auto ky_kept) __attribute__((cold, noinline)) \
-            {                                                                             \
-                KY_TRACE_RECORD(ky_named, "left");                                        \
-                return ky_kept;                                                           \
-            }                                                                             \
-            (ky_left, ky_result);                                                         \
-        }                                                                                 \
-        return ky_result;                                                                 \
+#define KY_TRACE_RESULT(function, result)                            \
+    [](const char* ky_left, auto ky_result) {                        \
+        if (KY_TRACE_WANTED()) {                                     \
+            return [](const char* ky_cold_left, auto ky_cold_result) \
+                __attribute__((cold, noinline))                      \
+            {                                                        \
+                KY_TRACE_RECORD(ky_cold_left, "left");               \
+                return ky_cold_result;                               \
+            }                                                        \
+            (ky_left, ky_result);                                    \
+        }                                                            \
+        return ky_result;                                            \
     }(function, result)
 
 /* C++ moves the records into a function of their own that is cold and takes its arguments by value:

@@ -37,7 +37,7 @@ constexpr uint32_t MEM_TYPE_MIN = 1;
 constexpr uint32_t MEM_TYPE_MAX = 17;
 constexpr uint32_t MEM_TYPE_ALL = 0;
 
-/* In place, so that the loader has nothing to do. */
+/* In place, so that the loader has nothing to do; the longest and its end. */
 constexpr char utils_mem_type_name[][15] = {
     "ALL",    "COS",       "TOPO", "PORT",    "MSTP",           "FDB",          "VLAN", "LAG",
     "ROUTER", "ACL",       "SPAN", "POLICER", "HOST-INTERFACE", "FLOW-COUNTER", "KVDL", "API",
@@ -57,7 +57,7 @@ template <typename Narrow> uint32_t cut(Narrow value)
 }
 
 // NOLINTNEXTLINE(readability-non-const-parameter): the store is not seen as one
-ky_status_t set(uint32_t* word, uint32_t value)
+ky_status_t set_word(uint32_t* word, uint32_t value)
 {
     KY_STORE(*word, value);
     return KY_STATUS_SUCCESS;
@@ -121,7 +121,7 @@ ky_status_t utils_ky_log_exit(ky_status_t status, const char* function_name)
 
 ky_status_t utils_log_verbosity_level_set(uint32_t level)
 {
-    return KY_TRACED(set, &utils_verbosity_level, level);
+    return KY_TRACED(set_word, &utils_verbosity_level, level);
 }
 
 ky_status_t utils_check_pointer(const void* pointer, const char* description)
@@ -255,7 +255,7 @@ ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit)
 
 ky_status_t utils_use_xm_set(uint32_t use_xm)
 {
-    return KY_TRACED(set, &utils_use_xm, use_xm);
+    return KY_TRACED(set_word, &utils_use_xm, use_xm);
 }
 
 ky_status_t utils_use_xm_get(uint32_t* use_xm_p)

@@ -2,8 +2,11 @@
 
 #include <ky_common.h>
 
-#define TRACED_ENTRY KY_TRACE_ENTRY()
-#define TRACED_EXIT KY_TRACE_EXIT()
+#define TRACED_CHANGE(level, flag)                \
+    KY_TRACE_ENTRY();                             \
+    const uint32_t changed = change(level, flag); \
+    KY_TRACE_EXIT();                              \
+    return changed
 #include "log_module.inc"
 
 const log_module_t log_module_in_c = LOG_MODULE;

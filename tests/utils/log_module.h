@@ -1,4 +1,4 @@
-/* A log module of its own, "TEST", written twice: in C and in C++. */
+/* A log module of its own, "TEST", in C and in C++ with either form of traces. */
 #ifndef LOG_MODULE_H
 #define LOG_MODULE_H
 
@@ -12,13 +12,15 @@ typedef struct log_module {
     void (*set_verbosity)(uint32_t level);
     void (*say_bare)(void); /* an error without arguments, in an if without braces */
     void (*say_at_all_levels)(int number);
-    void (*say_much)(void);             /* nine arguments */
-    uint32_t (*fail)(uint32_t number);  /* returns 13 */
-    void (*traced)(uint32_t new_level); /* sets the verbosity between its two traces */
+    void (*say_much)(void);            /* nine arguments */
+    uint32_t (*fail)(uint32_t number); /* returns 13 */
+    /* Sets the verbosity and the flag between its two traces; returns 13. */
+    uint32_t (*traced)(uint32_t new_level, int32_t new_flag);
 } log_module_t;
 
 extern const log_module_t log_module_in_c;
 extern const log_module_t log_module_in_cpp;
+extern const log_module_t log_module_in_cpp_by_call;
 
 #ifdef __cplusplus
 }

@@ -11,7 +11,11 @@ constexpr uint32_t all_levels[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 0x80000000, 0xf
 struct Language {
     const char* label;
     const log_module_t& module;
-} const languages[] = {{"C", log_module_in_c}, {"C++", log_module_in_cpp}};
+} const languages[] = {
+    {"C", log_module_in_c},
+    {"C++", log_module_in_cpp},
+    {"C++, by call", log_module_in_cpp_by_call},
+};
 
 constexpr Module test = {"TEST", "log_module.inc"};
 constexpr Module utils = {"UTILS", "utils.cpp"};
@@ -52,25 +56,32 @@ TEST_F(LogTest, StatementTakesNoneToNineArgumentsAndYieldsAStatus)
 
 TEST_F(LogTest, TracesNeedTheFlagAndDebugLevelEachInItsTurn)
 {
-    for (const auto& [label, module] : languages) {
+    struct Gates {
+        uint32_t level;
+        int32_t flag;
+    };
+    std::vector<Gates> gates;
+    for (const uint32_t level : all_levels) {
         for (const int32_t flag : {0, 1, 0x10000, -1}) {
-            for (const uint32_t before : all_levels) {
-                for (const uint32_t after : all_levels) {
-                    SCOPED_TRACE(
-                        std::string(label) + ", flag " + std::to_string(flag) + ", from " +
-                        std::to_string(before) + " to " + std::to_string(after));
-                    Records expected;
-                    if (flag != 0 && before >= 5) {
-                        expected = test.entered("traced");
-                    }
-                    if (flag != 0 && after >= 5) {
-                        expected = expected + test.left("traced");
-                    }
-                    KY_STORE(g_ky_log_module_func_enable, flag);
-                    module.set_verbosity(before);
-                    module.traced(after);
-                    ASSERT_EQ(take_records(), expected);
-                }
+            gates.push_back({level, flag});
+        }
+    }
+    const auto if_open = [](const Gates& at, const Records& records) {
+        return at.flag != 0 && at.level >= 5 ? records : Records{};
+    };
+    for (const auto& [label, module] : languages) {
+        for (const Gates& before : gates) {
+            for (const Gates& after : gates) {
+                SCOPED_TRACE(
+                    std::string(label) + ", flag " + std::to_string(before.flag) + " to " +
+                    std::to_string(after.flag) + ", level " + std::to_string(before.level) +
+                    " to " + std::to_string(after.level));
+                KY_STORE(g_ky_log_module_func_enable, before.flag);
+                module.set_verbosity(before.level);
+                ASSERT_EQ(module.traced(after.level, after.flag), 13U);
+                ASSERT_EQ(
+                    take_records(),
+                    if_open(before, test.entered("traced")) + if_open(after, test.left("traced")));
             }
         }
     }
