@@ -21,11 +21,11 @@ constexpr uint32_t NO_MAP = UINT32_MAX;
 constexpr uint32_t MAP_COUNT = 50;
 constexpr bool PRE_EVENT = true;
 
-/* An event: its name (in place, so that the loader has nothing to do), its map, and, for one announced
- * ahead of the change, what to tell those that had accepted it when another one has refused. */
+/* An event: its name, its map, and, for one announced ahead of the change, what to tell those that
+ * had accepted it when another one has refused. */
 struct Event {
     adviser_event_t event;
-    char name[36];
+    char name[36]; // in place, so that the loader has nothing to do; the longest and its end
     uint32_t map;
     bool is_pre_event = false;
     adviser_event_t fail_event = ADVISER_EVENT_NONE;
