@@ -1,5 +1,6 @@
-// The benchmark program. Its arguments are Google Benchmark's; with "--count OPERATION..." it counts
-// instead, under callgrind: one dump for each way to do one of them, of what its run executes.
+// The benchmark program. Its arguments are Google Benchmark's; with "--count OPERATION..." it
+// counts instead, under callgrind: one dump for each way to do one of them, of what its run
+// executes.
 #include "bench.h"
 
 #include <algorithm>

@@ -39,7 +39,8 @@ constexpr auto callbacks = make_callbacks(std::make_index_sequence<CALLBACKS_MAX
 
 size_t sum = 0;
 
-/* Enters a way to tell `count` callbacks; set_up connects them and returns what announces an event. */
+/* Enters a way to tell `count` callbacks: set_up connects them, and returns what announces an
+ * event. */
 template <typename SetUp> void enter_way(const char* name, size_t count, SetUp set_up)
 {
     const size_t times = 1 + TIMES / count;

@@ -5,9 +5,9 @@
     run.py PROGRAM compare TABLE      fails if the library takes more instructions than TABLE says
     run.py PROGRAM update TABLE       writes TABLE
 
-Times are nanoseconds for one operation: the 20th percentile of the repetitions, which are interleaved
-at random with those of the other ways, and their median. Instructions are callgrind's, the loop around
-the operation included.
+Times are nanoseconds for one operation: the 20th percentile of the repetitions, which are
+interleaved at random with those of the other ways, and their median. Instructions are callgrind's,
+the loop around the operation included.
 """
 import json
 import os

@@ -81,8 +81,8 @@ bool accepts(uint32_t enum_id, PortTypes bit)
     return (port_type_validation_table[enum_id].allowed_port_types & bit) != 0;
 }
 
-/* The check with all that can be seen of it: traces, and what is wrong. The records name it, so it is
- * called as the exported one is. */
+/* The check with all that can be seen of it: traces, and what is wrong. The records name it, so it
+ * is called as the exported one is. */
 namespace aloud {
 
 [[gnu::noinline]] uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port)
@@ -118,7 +118,7 @@ namespace aloud {
 
 uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port)
 {
-    // A port that passes without an entry trace is answered at once: no frame, half the instructions.
+    // A port that passes without an entry trace is answered at once: no frame, a third less to do.
     if (!KY_TRACE_WANTED() && is_enum_id(enum_id) && accepts(enum_id, bit_of(log_port))) {
         return KY_TRACE_RESULT(__func__, 1U);
     }

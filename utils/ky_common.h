@@ -186,10 +186,10 @@ static const char ky_log_level_names[][8] = {
 /** Calls a function between an entry and an exit trace, and yields what it returns:
  *  `return KY_TRACED(port_mtu_store, mtu);`.
  *
- *  The function has a name of its own (it is no member that needs an object), takes one argument or
- *  more, by value or by pointer, and returns a value. Arguments are copied. With g++ and traces off,
- *  a function that does nothing else needs no stack frame: the call that is traced stands apart, in a
- *  cold copy that does not come back. */
+ *  The function has a name of its own (it is no member that needs an object), takes one argument
+ *  or more, by value or by pointer, and returns a value. Arguments are copied. With g++ and traces
+ *  off, a function that does nothing else needs no stack frame: the call that is traced stands
+ *  apart, in a cold copy that does not come back. */
 #define KY_TRACED(function, ...)                                                  \
     [](const char* ky_caller, auto... ky_given) {                                 \
         if (KY_TRACE_WANTED()) {                                                  \

@@ -1,4 +1,4 @@
-/* The body that every log statement is measured in: a source defines STATEMENT(text) its own way. */
+/* The body that log statements are measured in: each source defines STATEMENT(text) its own way. */
 #ifndef EIGHT_STATEMENTS_H
 #define EIGHT_STATEMENTS_H
 

@@ -1,5 +1,5 @@
-/* The floors: the least code that does what an operation of the library must, called across the border
- * of a shared library as the library is. */
+/* The floors: the least code that does what an operation of the library must, called across the
+ * border of a shared library as the library is. */
 #ifndef FLOOR_H
 #define FLOOR_H
 
@@ -30,15 +30,15 @@ KY_EXPORT ky_status_t floor_check(uint8_t device_id);
 KY_EXPORT void* floor_memory_get(uint32_t size, uint32_t mem_type);
 KY_EXPORT void floor_memory_put(void* block, uint32_t mem_type);
 
-/* Calls the advisors of a map, each one's successor taken first, until one fails: for callbacks that
- * leave the map alone. */
+/* Calls the advisors of a map, each one's successor taken first, until one fails: for callbacks
+ * that leave the map alone. */
 typedef struct floor_advisor {
     cl_map_item_t map_item;
     adviser_cb_t callback;
 } floor_advisor_t;
 KY_EXPORT ky_status_t floor_process_event(cl_qmap_t* map, adviser_event_t event, void* event_data);
 
-/* The rules of a multicast route and of its key, written out without messages: whether they hold. */
+/* Whether the rules of a multicast route and of its key hold, written out without messages. */
 KY_EXPORT int floor_route_key(const ky_mc_route_key_t* key);
 KY_EXPORT int floor_route_set(
     ky_access_cmd_t cmd, const ky_mc_route_key_t* key, const ky_mc_route_attr_t* attr,

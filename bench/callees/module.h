@@ -1,4 +1,4 @@
-/* What stands in a module of the SDK that uses the library's headers: statements that are suppressed. */
+/* What stands in a module of the SDK that uses the library's headers: suppressed statements. */
 #ifndef MODULE_H
 #define MODULE_H
 

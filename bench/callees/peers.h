@@ -1,5 +1,5 @@
-/* What users would write instead, where they too would call it across the border of a shared library.
- * A peer that was not installed has no definition, and PEER_... is not defined. */
+/* What users would write instead, where they too would call it across the border of a shared
+ * library. A peer that was not installed has no definition, and PEER_... is not defined. */
 #ifndef PEERS_H
 #define PEERS_H
 
@@ -51,7 +51,7 @@ KY_EXPORT void* peer_memory_get_without_lock(uint32_t size, uint32_t mem_type);
 KY_EXPORT void peer_memory_put_without_lock(void* block, uint32_t mem_type);
 
 #if PEER_BOOST
-/* The key of a multicast route, but for groups that stand for any and those with a gap in the mask. */
+/* The key of a multicast route, but for groups that stand for any or have a gap in their mask. */
 KY_EXPORT bool peer_route_key_by_asio(const ky_mc_route_key_t* key);
 #endif
 
