@@ -14,7 +14,7 @@ target_compile_options(kriolilglu_library_flags INTERFACE
   $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions> $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>
   # A process may put its own function in front of an exported one; clang must be told.
   -fsemantic-interposition
-  -fno-plt # all symbols are bound at load: a call needs no stub
+  -fno-plt # all symbols are bound at load: calls go straight there
   -fstack-protector-strong -fstack-clash-protection -fcf-protection=full)
 target_link_options(kriolilglu_library_flags INTERFACE
   LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack
