@@ -4,6 +4,7 @@
 #include "callees/floor.h"
 #include "callees/peers.h"
 
+#include <cstdlib>
 #include <ky_utils.h>
 
 namespace {

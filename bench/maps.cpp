@@ -284,6 +284,7 @@ template <typename Map> void enter_map(const char* name, size_t count)
     };
     const auto enter_look_ups = [enter_way](const char* operation, auto look_up) {
         enter_way(operation, LOOK_UPS, [look_up](Maps<Map>& maps) {
+            maps.fill();
             auto keys = std::make_shared<std::vector<uint64_t>>();
             return Prepared{
                 [&maps, keys, look_up] {

@@ -92,7 +92,7 @@ struct Talloc {
     {
         talloc_free(block);
     }
-    static void* context() // that is: a type of memory; it is no thread's but the caller's
+    static void* context() // one for each thread: they are not safe to share
     {
         thread_local void* made = talloc_new(nullptr);
         return made;

@@ -6,8 +6,9 @@
     run.py PROGRAM update TABLE       writes TABLE
 
 Times are nanoseconds for one operation: the 20th percentile of the repetitions, which are
-interleaved at random with those of the other ways, and their median. Instructions are callgrind's,
-the loop around the operation included.
+interleaved at random with those of the other ways, and their median; with two threads, the time
+that passes divided by the operations of both. Instructions are callgrind's, the loop around the
+operation included.
 """
 import json
 import os
@@ -95,7 +96,7 @@ def report(program, quick):
     seconds = 0.002 if quick else 0.005
     not_installed = ""
 
-    print("| Operation | Way | p20, ns | Median, ns | Instructions | Library's p20 / this |")
+    print("| Operation | Way | p20, ns | Median, ns | Instructions | Library / this (p20) |")
     print("|---|---|---:|---:|---:|---:|")
     for operation, ways in operations.items():
         repetitions = 5 if LARGE.search(operation) else 9 if quick else 41

@@ -37,7 +37,7 @@ KY_EXPORT void peer_boost_log_setup();
 KY_EXPORT uint32_t peer_statements_by_boost_log(uint32_t a, uint32_t b);
 #endif
 
-/* A device ID, refused with a message. */
+/* A device ID. */
 KY_EXPORT std::error_code peer_check_by_error_code(uint8_t device_id);
 #if PEER_ABSL
 KY_EXPORT absl::Status peer_check_by_absl_status(uint8_t device_id);
@@ -46,7 +46,7 @@ KY_EXPORT absl::Status peer_check_by_absl_status(uint8_t device_id);
 KY_EXPORT boost::outcome_v2::result<void> peer_check_by_outcome(uint8_t device_id);
 #endif
 
-/* Memory accounted by type without a lock: what leaves out that types are compared. */
+/* Memory counted by type with relaxed atomics in the lock's place; nothing is checked. */
 KY_EXPORT void* peer_memory_get_without_lock(uint32_t size, uint32_t mem_type);
 KY_EXPORT void peer_memory_put_without_lock(void* block, uint32_t mem_type);
 
