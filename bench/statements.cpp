@@ -8,10 +8,6 @@
 #include <ky_utils.h>
 #include <syslog.h>
 
-#if PEER_GLOG
-#include <glog/logging.h>
-#endif
-
 namespace {
 
 using Statements = uint32_t (*)(uint32_t, uint32_t);

@@ -24,8 +24,3 @@ uint32_t module_statement(uint32_t a, uint32_t b)
     a += b;
     return a;
 }
-
-void module_log_verbosity_level_set(uint32_t level)
-{
-    KY_STORE(module_verbosity_level, level);
-}

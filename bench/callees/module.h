@@ -8,8 +8,6 @@
 extern "C" {
 #endif
 
-KY_EXPORT void module_log_verbosity_level_set(uint32_t level);
-
 /* Eight statements between additions, and one. */
 KY_EXPORT uint32_t module_statements(uint32_t a, uint32_t b);
 KY_EXPORT uint32_t module_statement(uint32_t a, uint32_t b);
