@@ -26,6 +26,16 @@
 #include <kylog/kylog.h>
 #include <stdint.h>
 
+/* The version of the library, stated here alone: builds and packages read it from these lines. */
+#define KRIOLILGLU_VERSION_MAJOR 1
+#define KRIOLILGLU_VERSION_MINOR 0
+#define KRIOLILGLU_VERSION_PATCH 0
+
+/** The version as one number, 10203 for 1.2.3. It is that of the headers that a program is compiled
+ *  with; the library that it runs with may be a later one of the same major version. */
+#define KRIOLILGLU_VERSION \
+    (KRIOLILGLU_VERSION_MAJOR * 10000 + KRIOLILGLU_VERSION_MINOR * 100 + KRIOLILGLU_VERSION_PATCH)
+
 /** Marks what the library exports; everything else is built hidden. */
 #define KY_EXPORT __attribute__((visibility("default")))
 
