@@ -1,4 +1,5 @@
-/* The adviser: a process-wide registry of callbacks for the SDK's life-cycle events.
+/** @file
+ * The adviser: a process-wide registry of callbacks for the SDK's life-cycle events.
  *
  *     static ky_status_t on_port_added(adviser_event_t event, void* event_data)
  *     {

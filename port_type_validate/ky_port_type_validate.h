@@ -1,4 +1,5 @@
-/* Which types of port the SDK's API functions accept, and the check that asks.
+/** @file
+ * Which types of port the SDK's API functions accept, and the check that asks.
  *
  * An API function calls the check with its own row number and the logical port that it was given:
  *

@@ -1,4 +1,5 @@
-/* Validation of the arguments of the router's multicast API calls, before the router acts on them.
+/** @file
+ * Validation of the arguments of the router's multicast API calls, before the router acts on them.
  *
  * Each function runs its checks in a fixed order, logs one error message under module
  * "KY_API_ROUTER" for the first one that fails, and returns its status. All but the verbosity
@@ -15,11 +16,12 @@
 extern "C" {
 #endif
 
-/* ---- Records ----
+/** @name Records
  *
- * Every 32-bit word of an address or a mask is a number in host byte order: 224.1.2.3 is
- * 0xE0010203. A flag is set only if it equals 1. Fields that are not examined here are the router
- * API's. */
+ *  Every 32-bit word of an address or a mask is a number in host byte order: 224.1.2.3 is
+ *  0xE0010203. A flag is set only if it equals 1. Fields that are not examined here are the router
+ *  API's.
+ *  @{ */
 
 /** The highest ID of an RPF group; the lowest one is 0. */
 #define KY_RPF_GROUP_ID_MAX 511U
@@ -30,29 +32,29 @@ extern "C" {
 
 /** An IPv4 address and its bit mask (not a length). */
 typedef struct ky_ipv4_prefix {
-    uint32_t addr;
-    uint32_t mask;
+    uint32_t addr; /**< the address */
+    uint32_t mask; /**< its bit mask */
 } ky_ipv4_prefix_t;
 
 /** An IPv6 address and its bit mask (not a length); word 0 holds the first four bytes. */
 typedef struct ky_ipv6_prefix {
-    uint32_t addr[4];
-    uint32_t mask[4];
+    uint32_t addr[4]; /**< the address */
+    uint32_t mask[4]; /**< its bit mask */
 } ky_ipv6_prefix_t;
 
 /** An address with a bit mask of the same form. */
 typedef struct ky_ip_prefix {
     ky_ip_version_t version; /**< 1 IPv4, 2 IPv6; 0 and 3 are judged by the IPv6 words */
     union {
-        ky_ipv4_prefix_t ipv4;
-        ky_ipv6_prefix_t ipv6;
-    } prefix;
+        ky_ipv4_prefix_t ipv4; /**< for version 1 */
+        ky_ipv6_prefix_t ipv6; /**< for every other one */
+    } prefix; /**< the address and the mask, in the form that the version asks for */
 } ky_ip_prefix_t;
 
 /** What names a multicast route. */
 typedef struct ky_mc_route_key {
-    ky_ip_prefix_t source_addr;
-    ky_ip_prefix_t mc_group_addr; /**< all zero, address and mask: any group */
+    ky_ip_prefix_t source_addr;   /**< the senders */
+    ky_ip_prefix_t mc_group_addr; /**< the group; all zero, address and mask: any group */
 } ky_mc_route_key_t;
 
 /** An entry of a list of RPF interfaces. */
@@ -83,15 +85,18 @@ typedef struct ky_mc_route_data {
 
 /** Which multicast routes a get is about, as far as it is examined here. */
 typedef struct ky_mc_route_get_filter {
-    uint32_t source_addr_valid; /**< 1: by source */
-    ky_ip_prefix_t source_addr;
-    uint32_t mc_group_addr_valid; /**< 1: by group */
-    ky_ip_prefix_t mc_group_addr;
+    uint32_t source_addr_valid;                 /**< 1: by source */
+    ky_ip_prefix_t source_addr;                 /**< the source, then */
+    uint32_t mc_group_addr_valid;               /**< 1: by group */
+    ky_ip_prefix_t mc_group_addr;               /**< the group, then */
     uint32_t ingress_rif_valid;                 /**< 1: by ingress RIF */
     uint32_t ingress_rif_incl_rpf_groups_valid; /**< 1: by ingress RIF including RPF groups */
 } ky_mc_route_get_filter_t;
 
-/* ---- Routes ---- */
+/** @} */
+
+/** @name Routes
+ *  @{ */
 
 /** Judges the arguments of creating, editing or deleting a multicast route.
  *
@@ -138,12 +143,15 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
     const ky_mc_route_get_filter_t* filter_p, const void* mc_route_entries_p,
     const uint32_t* entries_count_p);
 
-/* ---- Calls about one route ----
+/** @} */
+
+/** @name Calls about one route
  *
- * They judge the key as a route set of any command but DELETE_ALL does. The key must not be null,
- * and the other pointers are not examined. Beside KY_STATUS_SUCCESS they return
- * KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the multicast ranges,
- * and KY_STATUS_PARAM_ERROR for every other fault. */
+ *  They judge the key as a route set of any command but DELETE_ALL does. The key must not be null,
+ *  and the other pointers are not examined. Beside KY_STATUS_SUCCESS they return
+ *  KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the multicast ranges,
+ *  and KY_STATUS_PARAM_ERROR for every other fault.
+ *  @{ */
 
 /** Judges the arguments of setting a route's egress RIFs.
  *
@@ -204,7 +212,10 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
     uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p, const void* counter_id_p);
 
-/* ---- RPF groups ---- */
+/** @} */
+
+/** @name RPF groups
+ *  @{ */
 
 /** Judges the arguments of setting an RPF group.
  *
@@ -232,7 +243,10 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_get(
     ky_access_cmd_t cmd, const uint32_t* rpf_group_id_p, const void* rpf_vif_list_p,
     const void* rpf_vif_cnt_p);
 
-/* ---- Verbosity ---- */
+/** @} */
+
+/** @name Verbosity
+ *  @{ */
 
 /** Sets the verbosity of module "KY_API_ROUTER", 3 at load. It does not trace.
  *
@@ -240,6 +254,8 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_get(
  *  @return       KY_STATUS_SUCCESS
  */
 KY_EXPORT ky_status_t ky_router_utils_log_verbosity_set(uint32_t level);
+
+/** @} */
 
 #ifdef __cplusplus
 }

@@ -1,4 +1,5 @@
-/* The frame that every module stands on: status codes, access commands, the log statement, traces.
+/** @file
+ * The frame that every module stands on: status codes, access commands, the log statement, traces.
  *
  * A source that logs names its module and its verbosity variable before it uses the statements:
  *
@@ -26,10 +27,10 @@
 #include <kylog/kylog.h>
 #include <stdint.h>
 
-/* The version of the library, stated here alone: builds and packages read it from these lines. */
-#define KRIOLILGLU_VERSION_MAJOR 1
-#define KRIOLILGLU_VERSION_MINOR 0
-#define KRIOLILGLU_VERSION_PATCH 0
+/* The version is stated here alone; the build reads it from these lines. */
+#define KRIOLILGLU_VERSION_MAJOR 1 /**< rises with the soname */
+#define KRIOLILGLU_VERSION_MINOR 0 /**< rises with something new */
+#define KRIOLILGLU_VERSION_PATCH 0 /**< rises with a correction */
 
 /** The version as one number, 10203 for 1.2.3. It is that of the headers that a program is compiled
  *  with; the library that it runs with may be a later one of the same major version. */
@@ -135,21 +136,27 @@ KY_ENUM(ky_access_cmd_t){
     KY_ACCESS_CMD_MARK = 35,
 };
 
-/* ---- Words that any thread may read and write ----
+/** @name Words that any thread may read and write
  *
- * Verbosity, settings and the trace flag are plain words without a lock. Relaxed atomic access to
- * them costs what a plain one does, and is no data race. */
+ *  Verbosity, settings and the trace flag are plain words without a lock. Relaxed atomic access to
+ *  them costs what a plain one does, and is no data race.
+ *  @{ */
 
+/** Reads a 32-bit word that other threads may write. */
 #define KY_LOAD(word) __atomic_load_n(&(word), __ATOMIC_RELAXED)
+/** Writes a 32-bit word that other threads may read. */
 #define KY_STORE(word, value) __atomic_store_n(&(word), (value), __ATOMIC_RELAXED)
 
-/* ---- Severity masks and verbosity levels ---- */
+/** @} */
 
-#define KY_LOG_MASK_ERROR 1U
-#define KY_LOG_MASK_WARNING 3U
-#define KY_LOG_MASK_NOTICE 7U
-#define KY_LOG_MASK_INFO 15U
-#define KY_LOG_MASK_DEBUG 31U
+/** @name Severity masks and verbosity levels
+ *  @{ */
+
+#define KY_LOG_MASK_ERROR 1U   /**< printed from level 1 on */
+#define KY_LOG_MASK_WARNING 3U /**< printed from level 2 on */
+#define KY_LOG_MASK_NOTICE 7U  /**< printed from level 3 on */
+#define KY_LOG_MASK_INFO 15U   /**< printed from level 4 on */
+#define KY_LOG_MASK_DEBUG 31U  /**< printed from level 5 on */
 
 #define KY_LOG_LEVEL_MIN 0U     /**< a module at this level says nothing, errors included */
 #define KY_LOG_LEVEL_DEFAULT 3U /**< errors, warnings and notices */
@@ -158,38 +165,48 @@ KY_ENUM(ky_access_cmd_t){
 /** The level, 1 (error) to 5 (debug), from which a module prints statements of a mask. */
 #define KY_LOG_LEVEL(mask) (__builtin_ctz((mask) + 1U) + 0U)
 
-/* Seven characters each, as they stand in a record; the last one is for a level without a name. */
+/** Seven characters each, as they stand in a record; the last one is for a level without a name. */
 static const char ky_log_level_names[][8] = {
     "NONE   ", "ERROR  ", "WARN   ", "NOTICE ", "INFO   ",
     "DEBUG  ", "FUNCS  ", "FRAMES ", "ALL    ", "UNKNOWN",
 };
 
+/** The name of a mask's level, as it stands in a record. */
 #define KY_LOG_LEVEL_NAME(mask) ky_log_level_names[KY_LOG_LEVEL(mask) <= 8 ? KY_LOG_LEVEL(mask) : 9]
 
-/* ---- The log statement ----
+/** @} */
+
+/** @name The log statement
  *
- * KY_LOG_ERROR(format, ...) and its sisters are expressions of type void. The format is a string
- * literal with up to nine arguments. If the module's verbosity lets the statement through, it goes
- * to `ky_log` and then to `ky_trace_cbuff_log`; if not, it costs one load, one comparison and a
- * branch. C and C++11 evaluate the arguments once for each of the two, so they must be pure. */
+ *  KY_LOG_ERROR(format, ...) and its sisters are expressions of type void. The format is a string
+ *  literal with up to nine arguments. If the module's verbosity lets the statement through, it goes
+ *  to `ky_log` and then to `ky_trace_cbuff_log`; if not, it costs one load, one comparison and a
+ *  branch. C and C++11 evaluate the arguments once for each of the two, so they must be pure.
+ *  @{ */
 
-#define KY_LOG_ERROR(...) KY_LOG(KY_LOG_MASK_ERROR, __VA_ARGS__)
-#define KY_LOG_WARNING(...) KY_LOG(KY_LOG_MASK_WARNING, __VA_ARGS__)
-#define KY_LOG_NOTICE(...) KY_LOG(KY_LOG_MASK_NOTICE, __VA_ARGS__)
-#define KY_LOG_INFO(...) KY_LOG(KY_LOG_MASK_INFO, __VA_ARGS__)
-#define KY_LOG_DEBUG(...) KY_LOG(KY_LOG_MASK_DEBUG, __VA_ARGS__)
+#define KY_LOG_ERROR(...) KY_LOG(KY_LOG_MASK_ERROR, __VA_ARGS__)     /**< a failure */
+#define KY_LOG_WARNING(...) KY_LOG(KY_LOG_MASK_WARNING, __VA_ARGS__) /**< what may become one */
+#define KY_LOG_NOTICE(...) KY_LOG(KY_LOG_MASK_NOTICE, __VA_ARGS__)   /**< a rare, normal event */
+#define KY_LOG_INFO(...) KY_LOG(KY_LOG_MASK_INFO, __VA_ARGS__)       /**< a usual one */
+#define KY_LOG_DEBUG(...) KY_LOG(KY_LOG_MASK_DEBUG, __VA_ARGS__)     /**< for developers */
 
+/** A statement of a severity mask, which must be a constant. */
 #define KY_LOG(mask, ...) KY_LOG_IN(__func__, mask, __VA_ARGS__)
 
 /** Logs an error and yields the status: `return KY_FAIL(status, format, ...);` */
 #define KY_FAIL(status, ...) (KY_LOG_ERROR(__VA_ARGS__), (status))
 
-/* ---- Entry and exit traces ----
- *
- * A trace is a debug statement with a second gate, the logging library's flag. The flag and the
- * verbosity are read afresh at each trace. */
+/** @} */
 
+/** @name Entry and exit traces
+ *
+ *  A trace is a debug statement with a second gate, the logging library's flag. The flag and the
+ *  verbosity are read afresh at each trace.
+ *  @{ */
+
+/** Traces that the enclosing function was entered. */
 #define KY_TRACE_ENTRY() KY_TRACE_IN(__func__, "entered")
+/** Traces that it is about to be left. */
 #define KY_TRACE_EXIT() KY_TRACE_IN(__func__, "left")
 
 #if defined(__cplusplus) && __cplusplus >= 201402L // it has generic lambdas
@@ -215,9 +232,6 @@ static const char ky_log_level_names[][8] = {
         }                                                                         \
         return KY_TRACE_RESULT(ky_caller, function(KY_GIVEN_AWAY(ky_given)...));  \
     }(__func__, __VA_ARGS__)
-
-/* So that a function that would change its argument does not compile: it would change a copy. */
-#define KY_GIVEN_AWAY(argument) static_cast<decltype(argument)&&>(argument)
 #endif
 
 #if defined(__cplusplus) && __cplusplus >= 201703L // it deduces a template's argument
@@ -226,7 +240,22 @@ static const char ky_log_level_names[][8] = {
     KY_TRACE_ENTRY();                   \
     const ky_trace_scope ky_trace_exit( \
         __func__, [](const char* ky_traced) { KY_TRACE_IN(ky_traced, "left"); })
+#endif
 
+/** @} */
+
+/* ---- How the statements are made: for the macros above alone ---- */
+
+/** @cond */
+
+#define KY_TRACE_IN(function, verb) (KY_TRACE_WANTED() ? KY_TRACE_RECORD(function, verb) : (void)0)
+
+#define KY_TRACE_WANTED() __builtin_expect(KY_LOAD(g_ky_log_module_func_enable) != 0, 0)
+
+#define KY_TRACE_RECORD(function, verb) \
+    KY_LOG_IN(function, KY_LOG_MASK_DEBUG, "%s - " verb " \n", function)
+
+#if defined(__cplusplus) && __cplusplus >= 201703L
 extern "C++" { // whatever this header is included in
 template <typename Exit> class ky_trace_scope {
   public:
@@ -245,14 +274,8 @@ template <typename Exit> class ky_trace_scope {
 }
 #endif
 
-/* ---- How the statements are made ---- */
-
-#define KY_TRACE_IN(function, verb) (KY_TRACE_WANTED() ? KY_TRACE_RECORD(function, verb) : (void)0)
-
-#define KY_TRACE_WANTED() __builtin_expect(KY_LOAD(g_ky_log_module_func_enable) != 0, 0)
-
-#define KY_TRACE_RECORD(function, verb) \
-    KY_LOG_IN(function, KY_LOG_MASK_DEBUG, "%s - " verb " \n", function)
+/* So that a function that would change its argument does not compile: it would change a copy. */
+#define KY_GIVEN_AWAY(argument) static_cast<decltype(argument)&&>(argument)
 
 /* An exit trace, and the result behind it: handed through, it need not be kept elsewhere. */
 #define KY_TRACE_RESULT(function, result)                            \
@@ -309,5 +332,7 @@ template <typename Exit> class ky_trace_scope {
     KY_LOG_ARGUMENTS_##which
 #define KY_LOG_ARGUMENTS_NONE(format)
 #define KY_LOG_ARGUMENTS_SOME(format, ...) , __VA_ARGS__
+
+/** @endcond */
 
 #endif

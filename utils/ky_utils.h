@@ -1,4 +1,5 @@
-/* The services that every SDK module uses: function traces, argument checks, library settings,
+/** @file
+ * The services that every SDK module uses: function traces, argument checks, library settings,
  * accounted memory, and pools and maps with status codes.
  *
  * None needs an initialisation, and what they log they log under module "UTILS". Any thread may
@@ -16,7 +17,8 @@
 extern "C" {
 #endif
 
-/* ---- Function traces and verbosity ---- */
+/** @name Function traces and verbosity
+ *  @{ */
 
 /** Writes an entry record under "UTILS", if function traces are on and its verbosity is 5 or more.
  *
@@ -45,12 +47,15 @@ KY_EXPORT ky_status_t utils_ky_log_exit(ky_status_t status, const char* function
  */
 KY_EXPORT ky_status_t utils_log_verbosity_level_set(uint32_t level);
 
-/* ---- Argument checks ----
+/** @} */
+
+/** @name Argument checks
  *
- * Each returns KY_STATUS_SUCCESS, and logs nothing, for a value that is acceptable. Otherwise it
- * logs one error message that names the value and what would be accepted, and returns the status
- * given with it; but for utils_check_msg_size it returns through utils_ky_log_exit. A value wider
- * than its argument is cut to the argument's width. A description may be null. */
+ *  Each returns KY_STATUS_SUCCESS, and logs nothing, for a value that is acceptable. Otherwise it
+ *  logs one error message that names the value and what would be accepted, and returns the status
+ *  given with it; but for utils_check_msg_size it returns through utils_ky_log_exit. A value wider
+ *  than its argument is cut to the argument's width. A description may be null.
+ *  @{ */
 
 /** Checks that a pointer is not null.
  *
@@ -141,11 +146,14 @@ KY_EXPORT ky_status_t utils_check_device_node_type(int32_t node_type);
  */
 KY_EXPORT ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit);
 
-/* ---- Settings ----
+/** @} */
+
+/** @name Settings
  *
- * Kept for the SDK's components, for the life of the process; the library itself does not act on
- * them. A get that runs beside a set yields the value before or after it. All but
- * utils_boot_mode_get trace their entry and exit. */
+ *  Kept for the SDK's components, for the life of the process; the library itself does not act on
+ *  them. A get that runs beside a set yields the value before or after it. All but
+ *  utils_boot_mode_get trace their entry and exit.
+ *  @{ */
 
 /** Sets the use-XM flag, 0 at load.
  *
@@ -176,17 +184,20 @@ KY_EXPORT ky_status_t utils_boot_mode_set(uint32_t boot_mode);
  */
 KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
 
-/* ---- Memory, accounted by type ----
+/** @} */
+
+/** @name Memory, accounted by type
  *
- * Every block belongs to a memory type, 1 to 17: 1 COS, 2 TOPO, 3 PORT, 4 MSTP, 5 FDB, 6 VLAN, 7
- * LAG, 8 ROUTER, 9 ACL, 10 SPAN, 11 POLICER, 12 HOST-INTERFACE, 13 FLOW-COUNTER, 14 KVDL, 15 API,
- * 16 TUNNEL, 17 TELEMETRY. The library counts the bytes that each type holds.
+ *  Every block belongs to a memory type, 1 to 17: 1 COS, 2 TOPO, 3 PORT, 4 MSTP, 5 FDB, 6 VLAN, 7
+ *  LAG, 8 ROUTER, 9 ACL, 10 SPAN, 11 POLICER, 12 HOST-INTERFACE, 13 FLOW-COUNTER, 14 KVDL, 15 API,
+ *  16 TUNNEL, 17 TELEMETRY. The library counts the bytes that each type holds.
  *
- * A block lies 4 bytes behind what was allocated, and is aligned to 4 bytes only: wider types are
- * copied in and out of it (memcpy), not accessed in place.
+ *  A block lies 4 bytes behind what was allocated, and is aligned to 4 bytes only: wider types are
+ *  copied in and out of it (memcpy), not accessed in place.
  *
- * A process that forks while another thread allocates or frees may leave the child with the lock
- * held; such a child must call exec, or use none of these functions. */
+ *  A process that forks while another thread allocates or frees may leave the child with the lock
+ *  held; such a child must call exec, or use none of these functions.
+ *  @{ */
 
 /** Guards the byte counts. It is initialised at load, and held for their changes alone. */
 KY_EXPORT extern cl_spinlock_t utils_mem_type_count_lock;
@@ -240,13 +251,16 @@ KY_EXPORT ky_status_t utils_memory_print_summary(uint32_t mem_type);
  */
 KY_EXPORT ky_status_t utils_memory_dbg_dump(FILE* stream);
 
-/* ---- Pools and maps ----
+/** @} */
+
+/** @name Pools and maps
  *
- * The component library's pools and maps, with status codes. A record lies in a map, or comes from
- * a pool, by an item that is a member of it; a database is one pool that supplies the records and
- * one map that finds them by a 64-bit key. Both must be initialised before anything else is done
- * with them. A call that fails leaves both as they were. No function here traces its entry, and
- * utils_qmap_is_empty alone its exit; the utils_db_ functions fail through utils_ky_log_exit. */
+ *  The component library's pools and maps, with status codes. A record lies in a map, or comes from
+ *  a pool, by an item that is a member of it; a database is one pool that supplies the records and
+ *  one map that finds them by a 64-bit key. Both must be initialised before anything else is done
+ *  with them. A call that fails leaves both as they were. No function here traces its entry, and
+ *  utils_qmap_is_empty alone its exit; the utils_db_ functions fail through utils_ky_log_exit.
+ *  @{ */
 
 /** Converts a map item to the record that it is a member of. */
 typedef void* (*utils_map_item_to_record_t)(cl_map_item_t* item);
@@ -404,6 +418,8 @@ KY_EXPORT ky_status_t utils_db_qmap_item_del(
 KY_EXPORT ky_status_t utils_db_qmap_del(
     cl_qmap_t* map_p, cl_qpool_t* pool_p, utils_map_item_to_record_t record_of_item,
     utils_record_to_pool_item_t pool_item_of_record);
+
+/** @} */
 
 #ifdef __cplusplus
 }
