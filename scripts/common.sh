@@ -53,3 +53,4 @@ need() {
 
 build_packages='g++ cmake ninja-build'
 test_packages="$build_packages libgtest-dev"
+docs_packages='doxygen python3'
