@@ -3,7 +3,6 @@
 
 #include "ky_names.h"
 
-#include <cstddef>
 #include <iterator>
 
 #define KY_LOG_MODULE "PORT_TYPE_VALIDATE"
@@ -55,10 +54,6 @@ static_assert(std::size(rows) == PORT_TYPE_VALIDATION_ROWS);
 static_assert(only_sentinels_accept_nothing());
 
 } // namespace
-
-static_assert(sizeof(port_type_validation_entry_t) == 16);
-static_assert(offsetof(port_type_validation_entry_t, func_name) == 0);
-static_assert(offsetof(port_type_validation_entry_t, allowed_port_types) == 8);
 
 constinit port_type_validation_entry_t port_type_validation_table[] = {
 #include "port_type_validation_table.def"

@@ -8,35 +8,6 @@
 #define KY_LOG_MODULE "KY_API_ROUTER"
 #define KY_LOG_VERBOSITY ky_router_utils_verbosity_level
 
-static_assert(sizeof(ky_ip_prefix_t) == 36);
-static_assert(offsetof(ky_ip_prefix_t, prefix.ipv4.addr) == 4);
-static_assert(offsetof(ky_ip_prefix_t, prefix.ipv4.mask) == 8);
-static_assert(offsetof(ky_ip_prefix_t, prefix.ipv6.addr) == 4);
-static_assert(offsetof(ky_ip_prefix_t, prefix.ipv6.mask) == 20);
-static_assert(sizeof(ky_mc_route_key_t) == 72);
-static_assert(offsetof(ky_mc_route_key_t, mc_group_addr) == 36);
-static_assert(sizeof(ky_router_vinterface_t) == 8);
-static_assert(offsetof(ky_router_vinterface_t, type) == 0);
-static_assert(sizeof(ky_mc_route_attr_t) == 32);
-static_assert(offsetof(ky_mc_route_attr_t, rpf_action) == 0);
-static_assert(offsetof(ky_mc_route_attr_t, ttl_cmd) == 4);
-static_assert(offsetof(ky_mc_route_attr_t, prio_type) == 12);
-static_assert(offsetof(ky_mc_route_attr_t, rpf_group_id) == 20);
-static_assert(offsetof(ky_mc_route_attr_t, user_token_valid) == 24);
-static_assert(offsetof(ky_mc_route_attr_t, user_token_value) == 28);
-static_assert(offsetof(ky_mc_route_attr_t, user_token_mask) == 30);
-static_assert(sizeof(ky_mc_route_data_t) == 12);
-static_assert(offsetof(ky_mc_route_data_t, action) == 0);
-static_assert(offsetof(ky_mc_route_data_t, egress_rif_cnt) == 4);
-static_assert(offsetof(ky_mc_route_data_t, egress_container_id) == 8);
-static_assert(sizeof(ky_mc_route_get_filter_t) == 88);
-static_assert(offsetof(ky_mc_route_get_filter_t, source_addr_valid) == 0);
-static_assert(offsetof(ky_mc_route_get_filter_t, source_addr) == 4);
-static_assert(offsetof(ky_mc_route_get_filter_t, mc_group_addr_valid) == 40);
-static_assert(offsetof(ky_mc_route_get_filter_t, mc_group_addr) == 44);
-static_assert(offsetof(ky_mc_route_get_filter_t, ingress_rif_valid) == 80);
-static_assert(offsetof(ky_mc_route_get_filter_t, ingress_rif_incl_rpf_groups_valid) == 84);
-
 namespace {
 
 constinit uint32_t ky_router_utils_verbosity_level = KY_LOG_LEVEL_DEFAULT;

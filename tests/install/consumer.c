@@ -5,26 +5,12 @@
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
 
-#include <assert.h>
-#include <stddef.h>
 #include <string.h>
 
 #define KY_LOG_MODULE "CONSUMER"
 #define KY_LOG_VERBOSITY consumer_verbosity_level
 
 static uint32_t consumer_verbosity_level = KY_LOG_LEVEL_MAX;
-
-static_assert(sizeof(ky_status_t) == 4, "32 bits");
-static_assert(sizeof(ky_access_cmd_t) == 4, "32 bits");
-static_assert(sizeof(port_type_validation_entry_t) == 16, "the layout of a row");
-static_assert(sizeof(ky_mc_route_key_t) == 72, "two prefixes");
-static_assert(offsetof(ky_ip_prefix_t, prefix.ipv6.mask) == 20, "behind its address");
-static_assert(sizeof(ky_mc_route_attr_t) == 32, "with the router's words");
-static_assert(sizeof(ky_mc_route_data_t) == 12, "what is examined");
-static_assert(sizeof(ky_mc_route_get_filter_t) == 88, "what is examined");
-static_assert(sizeof(ky_router_vinterface_t) == 8, "a type and an ID");
-static_assert(offsetof(port_type_validation_entry_t, allowed_port_types) == 8, "its mask");
-static_assert(sizeof port_type_validation_table == 2784, "the size that programs copy");
 
 static ky_status_t consume(uint32_t port)
 {
