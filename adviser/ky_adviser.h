@@ -11,16 +11,16 @@
  *     adviser_process_event(ADVISER_EVENT_PORT_ADDED, &port);
  *
  * The callbacks of an event run in ascending order of their addresses, on the thread that processes
- * it, until one fails. If that happens to PRE-PORT-DELETED-FROM-SWID, those that had accepted it are
- * called again, in the same order, with PRE-FAILED-PORT-DELETED-FROM-SWID: all in front of the one
- * that failed. If that one has left meanwhile, or others have come, some are called so that never
- * heard of the deletion.
+ * it, until one fails. If that happens to PRE-PORT-DELETED-FROM-SWID, those that had accepted it
+ * are called again, in the same order, with PRE-FAILED-PORT-DELETED-FROM-SWID: all in front of the
+ * one that failed. If that one has left meanwhile, or others have come, some are called so that
+ * never heard of the deletion.
  *
  * The adviser takes no lock: callers see to it that none of its functions runs beside another one,
  * adviser_log_verbosity_level apart. A callback, however, may call any of them: an advisor that it
- * deregisters is not called any more, one that it registers may be, and even adviser_deinit ends the
- * walk in order. A callback must return: it must not throw, jump out of itself or end its thread. It
- * must be deregistered before its module is unloaded.
+ * deregisters is not called any more, one that it registers may be, and even adviser_deinit ends
+ * the walk in order. A callback must return: it must not throw, jump out of itself or end its
+ * thread. It must be deregistered before its module is unloaded.
  *
  * Everything logs under module "ADVISER". All functions trace entry and exit, but for
  * adviser_log_verbosity_level, which traces its entry alone. */

@@ -79,6 +79,11 @@ def results(member):
     return prose(*member.findall(".//simplesect[@kind='return']"))
 
 
+def notes(title, description):
+    text = prose(description)
+    return f".SS {title}\n{text}\n" if text else ""
+
+
 def member_page(member, group, header):
     """Sections of the page of a function or an object; its neighbours are its group's."""
     neighbours = [name_of(each) for each in group.iter("memberdef")
@@ -89,19 +94,29 @@ def member_page(member, group, header):
         "DESCRIPTION": prose(brief(member), details(member)),
         "ARGUMENTS": "\n".join(arguments(member)),
         "RETURN VALUE": results(member),
-        "NOTES": prose(details(header), group.find("description")),
+        "NOTES": notes(header.findtext("compoundname"), details(header))
+                 + notes(group.findtext("header"), group.find("description")),
         "SEE ALSO": ",\n".join(f".BR {each} (3)" for each in [name_of(header), *neighbours]),
     }
+
+
+def title(member):
+    """A type, a macro or an enumeration, as the page of its header names it."""
+    if member.get("kind") == "typedef":
+        return escaped(member.findtext("definition").replace("(* ", "(*").replace(") (", ")("))
+    if member.find("param") is not None:
+        parameters = ", ".join(each.findtext("defname", "") for each in member.iter("param"))
+        return f"{name_of(member)}({parameters})"
+    value = member.find("initializer")
+    text = "" if value is None else "".join(value.itertext())
+    return f"{name_of(member)} {text}" if text.isalnum() else name_of(member)
 
 
 def entry(member):
     """What the page of a header says of what it declares."""
     if has_page(member):
         return item(f".BR {name_of(member)} (3)", brief(member))
-    title = name_of(member)
-    if member.find("param") is not None:
-        title += f"({', '.join(each.findtext('defname', '') for each in member.iter('param'))})"
-    lines = [item(f".B {title}", brief(member), details(member))]
+    lines = [item(f".B {title(member)}", brief(member), details(member))]
     for each in member.iter("enumvalue"):
         lines += [".br", escaped(f"{name_of(each)} {each.findtext('initializer')}")]
     if arguments(member):
@@ -114,8 +129,8 @@ def entry(member):
 def record(struct):
     fields = []
     for field in struct.iter("memberdef"):
-        type_and_name = re.sub(r"@\d+ |\w+::", "", field.findtext("definition"))
-        fields.append(item(f".B {escaped(type_and_name)}", brief(field), details(field)))
+        name = re.sub(r"@\d+ |\w+::", "", field.findtext("definition"))
+        fields.append(item(f".B {escaped(name)}", brief(field), details(field)))
     return "\n".join([item(f".B {name_of(struct)}", brief(struct), details(struct)), ".RS",
                       *fields, ".RE"])
 
@@ -146,7 +161,7 @@ def main(xml, man, exports, package):
 
     def write(name, description, sections):
         summary = prose(description).rstrip(".") or sys.exit(f"{name} is not described")
-        lines = [f'.TH "{name}" 3 "" "{package}" "Library Functions Manual"', ".SH NAME",
+        lines = [f'.TH "{name}" 3 "" "{package}" " "', ".SH NAME",
                  f"{name} \\- {summary[0].lower()}{summary[1:]}"]
         for title, body in sections.items():
             lines += [f".SH {title}", body] if body else []

@@ -3,9 +3,9 @@
  *
  * Each function runs its checks in a fixed order, logs one error message under module
  * "KY_API_ROUTER" for the first one that fails, and returns its status. All but the verbosity
- * setter trace entry and exit. They keep no state and change no argument; any thread may call them,
- * as long as no other one changes the records meanwhile. A command that a function does not name
- * passes its command-specific checks. */
+ * setter trace entry and exit. None keeps state or changes an argument; any thread may call any of
+ * them, as long as no other one changes the records meanwhile. A command that a function does not
+ * name passes its command-specific checks. */
 #ifndef KY_ROUTER_UTILS_VALIDATE_H
 #define KY_ROUTER_UTILS_VALIDATE_H
 
@@ -46,8 +46,8 @@ typedef struct ky_ipv6_prefix {
 typedef struct ky_ip_prefix {
     ky_ip_version_t version; /**< 1 IPv4, 2 IPv6; 0 and 3 are judged by the IPv6 words */
     union {
-        ky_ipv4_prefix_t ipv4; /**< for version 1 */
-        ky_ipv6_prefix_t ipv6; /**< for every other one */
+        ky_ipv4_prefix_t ipv4; /**< as prefix.ipv4, for version 1 */
+        ky_ipv6_prefix_t ipv6; /**< as prefix.ipv6, for every other one */
     } prefix; /**< the address and the mask, in the form that the version asks for */
 } ky_ip_prefix_t;
 
@@ -86,9 +86,9 @@ typedef struct ky_mc_route_data {
 /** Which multicast routes a get is about, as far as it is examined here. */
 typedef struct ky_mc_route_get_filter {
     uint32_t source_addr_valid;                 /**< 1: by source */
-    ky_ip_prefix_t source_addr;                 /**< the source, then */
+    ky_ip_prefix_t source_addr;                 /**< the source; read if source_addr_valid is 1 */
     uint32_t mc_group_addr_valid;               /**< 1: by group */
-    ky_ip_prefix_t mc_group_addr;               /**< the group, then */
+    ky_ip_prefix_t mc_group_addr;               /**< the group; read if mc_group_addr_valid is 1 */
     uint32_t ingress_rif_valid;                 /**< 1: by ingress RIF */
     uint32_t ingress_rif_incl_rpf_groups_valid; /**< 1: by ingress RIF including RPF groups */
 } ky_mc_route_get_filter_t;
@@ -147,10 +147,8 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
 
 /** @name Calls about one route
  *
- *  They judge the key as a route set of any command but DELETE_ALL does. The key must not be null,
- *  and the other pointers are not examined. Beside KY_STATUS_SUCCESS they return
- *  KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the multicast ranges,
- *  and KY_STATUS_PARAM_ERROR for every other fault.
+ *  These functions judge the key as a route set of any command but DELETE_ALL does. The key must
+ *  not be null, and the other pointers are not examined.
  *  @{ */
 
 /** Judges the arguments of setting a route's egress RIFs.
@@ -160,7 +158,10 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
  *  @param mc_route_key_p     the route
  *  @param egress_rif_list_p  not examined
  *  @param egress_rif_cnt     number of egress RIFs
- *  @return                   as said above
+ *  @return  KY_STATUS_SUCCESS;
+ *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
+ *           multicast ranges;
+ *           KY_STATUS_PARAM_ERROR for every other fault
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
@@ -172,7 +173,10 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_set(
  *  @param mc_route_key_p     the route
  *  @param egress_rif_list_p  not examined
  *  @param egress_rif_cnt_p   not examined
- *  @return                   as said above
+ *  @return  KY_STATUS_SUCCESS;
+ *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
+ *           multicast ranges;
+ *           KY_STATUS_PARAM_ERROR for every other fault
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_get(
     uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p, const void* egress_rif_list_p,
@@ -184,7 +188,10 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_get(
  *  @param vrid            the virtual router; not examined
  *  @param mc_route_key_p  the route
  *  @param activity_p      not examined
- *  @return                as said above
+ *  @return  KY_STATUS_SUCCESS;
+ *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
+ *           multicast ranges;
+ *           KY_STATUS_PARAM_ERROR for every other fault
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_activity_get(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
@@ -196,7 +203,10 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_activity_get(
  *  @param vrid            the virtual router; not examined
  *  @param mc_route_key_p  the route
  *  @param counter_id      the counter; 0 is none
- *  @return                as said above
+ *  @return  KY_STATUS_SUCCESS;
+ *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
+ *           multicast ranges;
+ *           KY_STATUS_PARAM_ERROR for every other fault
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
@@ -207,7 +217,10 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
  *  @param vrid            the virtual router; not examined
  *  @param mc_route_key_p  the route
  *  @param counter_id_p    not examined
- *  @return                as said above
+ *  @return  KY_STATUS_SUCCESS;
+ *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
+ *           multicast ranges;
+ *           KY_STATUS_PARAM_ERROR for every other fault
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
     uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p, const void* counter_id_p);

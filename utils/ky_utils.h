@@ -2,8 +2,8 @@
  * The services that every SDK module uses: function traces, argument checks, library settings,
  * accounted memory, and pools and maps with status codes.
  *
- * None needs an initialisation, and what they log they log under module "UTILS". Any thread may
- * call them at any time, but for one pool or map the caller lets one thread at a time. */
+ * No function here needs an initialisation, and messages stand under module "UTILS". Any thread may
+ * call any of them at any time, but for one pool or map the caller lets one thread at a time. */
 #ifndef KY_UTILS_H
 #define KY_UTILS_H
 
@@ -51,24 +51,24 @@ KY_EXPORT ky_status_t utils_log_verbosity_level_set(uint32_t level);
 
 /** @name Argument checks
  *
- *  Each returns KY_STATUS_SUCCESS, and logs nothing, for a value that is acceptable. Otherwise it
- *  logs one error message that names the value and what would be accepted, and returns the status
- *  given with it; but for utils_check_msg_size it returns through utils_ky_log_exit. A value wider
- *  than its argument is cut to the argument's width. A description may be null.
+ *  Each check logs nothing and returns KY_STATUS_SUCCESS for a value that is acceptable. Otherwise
+ *  it logs one error message that names the value and what would be accepted, and returns the
+ *  status given with it; but for utils_check_msg_size it returns through utils_ky_log_exit. A value
+ *  wider than its argument is cut to the argument's width. A description may be null.
  *  @{ */
 
 /** Checks that a pointer is not null.
  *
  *  @param pointer      any pointer; it is not followed
  *  @param description  what the pointer is, for the message, or null
- *  @return             KY_STATUS_PARAM_NULL if the pointer is null
+ *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_NULL if the pointer is null
  */
 KY_EXPORT ky_status_t utils_check_pointer(const void* pointer, const char* description);
 
 /** Checks a verbosity level.
  *
  *  @param level  0 to 8
- *  @return       KY_STATUS_PARAM_EXCEEDS_RANGE for a larger one
+ *  @return       KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger one
  */
 KY_EXPORT ky_status_t utils_check_verbosity_level(uint32_t level);
 
@@ -76,7 +76,7 @@ KY_EXPORT ky_status_t utils_check_verbosity_level(uint32_t level);
  *
  *  @param length       number of elements, 1 or more
  *  @param description  what the array is, for the message, or null
- *  @return             KY_STATUS_PARAM_EXCEEDS_RANGE for length 0
+ *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for length 0
  */
 KY_EXPORT ky_status_t utils_check_array_length(uint32_t length, const char* description);
 
@@ -84,56 +84,58 @@ KY_EXPORT ky_status_t utils_check_array_length(uint32_t length, const char* desc
  *
  *  @param size         size in bytes, 1 or more
  *  @param description  what the array is, for the message, or null
- *  @return             KY_STATUS_PARAM_EXCEEDS_RANGE for size 0
+ *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for size 0
  */
 KY_EXPORT ky_status_t utils_check_array_size(uint32_t size, const char* description);
 
 /** Checks a multicast ID.
  *
  *  @param mc_id  1 to 65535
- *  @return       KY_STATUS_PARAM_EXCEEDS_RANGE for 0
+ *  @return       KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for 0
  */
 KY_EXPORT ky_status_t utils_check_mc_id(uint16_t mc_id);
 
 /** Checks the ID of a spanning-tree (MSTP) instance.
  *
  *  @param mstp_inst_id  0 to 1024
- *  @return              KY_STATUS_PARAM_EXCEEDS_RANGE for a larger one
+ *  @return              KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger one
  */
 KY_EXPORT ky_status_t utils_check_mstp_inst_id(uint16_t mstp_inst_id);
 
 /** Checks the state of a port in a spanning-tree (MSTP) instance.
  *
  *  @param port_state  1 (Discarding) to 3 (Forwarding)
- *  @return            KY_STATUS_PARAM_EXCEEDS_RANGE for any other
+ *  @return            KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
 KY_EXPORT ky_status_t utils_check_mstp_inst_port_state(uint32_t port_state);
 
 /** Checks a switch partition ID.
  *
  *  @param swid  0 to 7, or 254, which the message does not mention
- *  @return      KY_STATUS_PARAM_EXCEEDS_RANGE for any other
+ *  @return      KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
 KY_EXPORT ky_status_t utils_check_swid(uint8_t swid);
 
 /** Checks the administrative state of a port.
  *
  *  @param admin_state  1 (Up) or 2 (Down)
- *  @return             KY_STATUS_PARAM_EXCEEDS_RANGE for any other, negative ones included
+ *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other, negative
+ *                      ones included
  */
 KY_EXPORT ky_status_t utils_check_port_admin_state(int32_t admin_state);
 
 /** Checks a device ID.
  *
  *  @param device_id  1 to 253
- *  @return           KY_STATUS_PARAM_EXCEEDS_RANGE for any other
+ *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
 KY_EXPORT ky_status_t utils_check_device_id(uint8_t device_id);
 
 /** Checks the type of a device's node in the topology.
  *
  *  @param node_type  0 (ALL) to 5 (HYBRID)
- *  @return           KY_STATUS_PARAM_EXCEEDS_RANGE for any other, negative ones included
+ *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other, negative
+ *                    ones included
  */
 KY_EXPORT ky_status_t utils_check_device_node_type(int32_t node_type);
 
@@ -141,7 +143,8 @@ KY_EXPORT ky_status_t utils_check_device_node_type(int32_t node_type);
  *
  *  @param size   size in bytes, 1 to limit
  *  @param limit  the largest size accepted, in bytes
- *  @return       KY_STATUS_MESSAGE_SIZE_ZERO for size 0, whatever the limit;
+ *  @return       KY_STATUS_SUCCESS;
+ *                KY_STATUS_MESSAGE_SIZE_ZERO for size 0, whatever the limit;
  *                KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT for a size above the limit
  */
 KY_EXPORT ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit);
@@ -216,12 +219,14 @@ KY_EXPORT ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t
 
 /** Hands out a block for an array, cleared to zero.
  *
- *  @param[out] buffer_pp  receives the block; null after KY_STATUS_NO_MEMORY
+ *  @param[out] buffer_pp  receives the block; null after KY_STATUS_NO_MEMORY, untouched on other
+ *                         failures
  *  @param count           elements
  *  @param size            bytes of an element
  *  @param mem_type        1 to 17
- *  @return  as utils_memory_get; KY_STATUS_PARAM_EXCEEDS_RANGE, with a message, for more than
- *           4 GiB - 1 byte
+ *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_EXCEEDS_RANGE for another type, or, with a message,
+ *           for more than 4 GiB - 1 byte; KY_STATUS_PARAM_NULL if buffer_pp is null;
+ *           KY_STATUS_NO_MEMORY
  */
 KY_EXPORT ky_status_t
 utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t mem_type);

@@ -15,6 +15,7 @@
     static_assert(                                                                \
         offsetof(type, field) == (offset) && sizeof(((type*)0)->field) == (size), \
         #type "." #field)
+#define UNSIGNED(type) static_assert((type)0xFFFFFFFFU > (type)0, #type)
 #define STATUS(name, value) VALUE(KY_STATUS_##name, value)
 #define COMMAND(name, value) VALUE(KY_ACCESS_CMD_##name, value)
 #define EVENT(name, value) VALUE(ADVISER_EVENT_##name, value)
@@ -105,6 +106,8 @@ FIELD(ky_mc_route_get_filter_t, ingress_rif_incl_rpf_groups_valid, 84, 4);
 SIZE(port_type_validation_entry_t, 16); FIELD(port_type_validation_entry_t, func_name, 0, 8);
 FIELD(port_type_validation_entry_t, allowed_port_types, 8, 1);
 
-/* Enumerations are 32 bits wide; the objects have the size that programs copy. */
-SIZE(ky_status_t, 4); SIZE(ky_access_cmd_t, 4); SIZE(adviser_event_t, 4); SIZE(ky_ip_version_t, 4);
+/* Enumerations are unsigned and 32 bits wide; the objects have the size that programs copy. */
+SIZE(ky_status_t, 4); SIZE(ky_access_cmd_t, 4); SIZE(adviser_event_t, 4);
+SIZE(ky_ip_version_t, 4);
+UNSIGNED(ky_status_t); UNSIGNED(ky_access_cmd_t); UNSIGNED(adviser_event_t);
 SIZE(port_type_validation_table, 2784); SIZE(utils_mem_type_count_lock, 48);

@@ -97,8 +97,12 @@ quietly cmake -S "$work/source" -B "$work/system" -DBUILD_TESTING=OFF \
     -DKRIOLILGLU_PLATFORM=system -DCMAKE_PREFIX_PATH="$work/sdk"
 quietly cmake --build "$work/system"
 quietly cmake --install "$work/system" --prefix "$work/ours"
-found_by_cmake "a library on the SDK's platform" \
-    "$(libdir "$work/ours" libkriolilglu.so):$(libdir "$work/sdk" libkylog.so)" \
-    -DCMAKE_PREFIX_PATH="$work/ours;$work/sdk"
+lib=$(libdir "$work/ours" libkriolilglu.so)
+path=$lib:$(libdir "$work/sdk" libkylog.so)
+found_by_cmake "a library on the SDK's platform" "$path" -DCMAKE_PREFIX_PATH="$work/ours;$work/sdk"
+# shellcheck disable=SC2046 # lists of words
+quietly gcc "$here/consumer.c" $(PKG_CONFIG_PATH=$lib/pkgconfig pkg-config --cflags --libs kriolilglu) \
+    -o "$work/program"
+runs "a library on the SDK's platform, by pkg-config" "$work/program" "$path"
 
 echo "$programs programs built against an installation and run"

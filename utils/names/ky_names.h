@@ -2,10 +2,10 @@
  * Printable names of the SDK's enumerations.
  *
  * Each function takes one value of the enumeration it is named after and returns its name: static
- * text that the caller neither frees nor changes, and never null. A value above the range given with
- * the function yields "Unknown", and one within it that has no name yields the empty string, unless
- * the function says otherwise. None logs or traces; any thread may call any of them at any time,
- * before everything else too.
+ * text that the caller neither frees nor changes, and never null. A value above the range given
+ * with the function yields "Unknown", and one within it that has no name yields the empty string,
+ * unless the function says otherwise. None logs or traces; any thread may call any of them at any
+ * time, before everything else too.
  *
  * The values of these enumerations have no constants here, but for `ky_status_t` and
  * `ky_access_cmd_t`: what they mean is what their names say. */
@@ -374,7 +374,7 @@ KY_EXPORT const char* ky_receive_dest_port_str(ky_receive_dest_port_t value);
  *  @{ */
 
 typedef uint32_t ky_bridge_mode_t;
-/** Names a bridge mode. @param value 0 to 3, none of which has a name @return its name */
+/** Names a bridge mode. @param value 0 to 3, none with a name @return the empty string */
 KY_EXPORT const char* ky_bridge_mode_str(ky_bridge_mode_t value);
 
 typedef uint32_t ky_bridge_multiple_vlan_mode_t;
