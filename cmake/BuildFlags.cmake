@@ -45,7 +45,8 @@ endif()
 if(KRIOLILGLU_SANITIZE)
   # Their runtimes are left undefined in shared libraries, and do not know _FORTIFY_SOURCE.
   target_compile_options(kriolilglu_flags INTERFACE
-    -fsanitize=${KRIOLILGLU_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    -fsanitize=${KRIOLILGLU_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
+    $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>) # it needs the C++ runtime
   target_link_options(kriolilglu_flags INTERFACE -fsanitize=${KRIOLILGLU_SANITIZE})
 else()
   target_compile_options(kriolilglu_library_flags INTERFACE

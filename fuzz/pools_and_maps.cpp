@@ -1,0 +1,190 @@
+// A database (one pool, one map) under its helpers, with and without memory, beside a model.
+#include "allocation.h"
+#include "fuzz.h"
+
+#include <cstddef>
+#include <map>
+
+namespace {
+
+constexpr ky_status_t GOOD = KY_STATUS_SUCCESS;
+constexpr ky_status_t MISSING = KY_STATUS_ENTRY_NOT_FOUND;
+constexpr ky_status_t PRESENT = KY_STATUS_ENTRY_ALREADY_EXISTS;
+
+struct Record {
+    cl_pool_item_t pool_item; // a pool hands records out by their start
+    cl_map_item_t map_item;
+    uint64_t payload;
+};
+
+void* record_of_map_item(cl_map_item_t* item)
+{
+    return reinterpret_cast<char*>(item) - offsetof(Record, map_item);
+}
+
+void* record_of_pool_item(cl_pool_item_t* item)
+{
+    return reinterpret_cast<char*>(item) - offsetof(Record, pool_item);
+}
+
+cl_map_item_t* map_item_of(void* record)
+{
+    return &static_cast<Record*>(record)->map_item;
+}
+
+cl_pool_item_t* pool_item_of(void* record)
+{
+    return &static_cast<Record*>(record)->pool_item;
+}
+
+class Database {
+  public:
+    Database(Input& input, uint32_t max) : input_(input), max_(max) {}
+
+    void add(uint64_t key)
+    {
+        const bool has_memory = input_.ConsumeIntegralInRange(0, 7) != 0;
+        void* record = nullptr;
+        fail_allocations_after(has_memory ? -1 : 0);
+        const ky_status_t status = utils_db_qmap_item_add(
+            key, &map, &pool, record_of_map_item, record_of_pool_item, map_item_of, &record);
+        fail_allocations_after(-1);
+        if (records_.contains(key)) {
+            REQUIRE(status == PRESENT && record == records_[key]);
+        } else if (status == GOOD) {
+            REQUIRE(records_.size() < max_);
+            records_[key] = static_cast<Record*>(record);
+            records_[key]->payload = ~key;
+        } else {
+            REQUIRE(status == KY_STATUS_NO_RESOURCES);
+            REQUIRE(!has_memory || records_.size() == max_);
+        }
+    }
+
+    void remove(uint64_t key)
+    {
+        const bool keeps_record = input_.ConsumeBool();
+        void* record = nullptr;
+        const ky_status_t status = utils_db_qmap_item_del(
+            key, &map, &pool, record_of_map_item, keeps_record ? nullptr : pool_item_of, &record);
+        REQUIRE(status == (records_.contains(key) ? GOOD : MISSING));
+        if (status == GOOD) {
+            REQUIRE(record == records_[key]);
+            records_.erase(key);
+            if (keeps_record) { // then it is ours to file again, or to give back
+                auto* const kept = static_cast<Record*>(record);
+                REQUIRE(kept->payload == ~key);
+                if (input_.ConsumeBool()) {
+                    REQUIRE(utils_db_qmap_item_ins(key, &map, &kept->map_item) == GOOD);
+                    records_[key] = kept;
+                } else {
+                    cl_qpool_put(&pool, &kept->pool_item);
+                }
+            }
+        }
+    }
+
+    void look_up(uint64_t key)
+    {
+        const bool is_there = records_.contains(key);
+        cl_map_item_t* item = nullptr;
+        REQUIRE(utils_qmap_get(&map, key, &item) == (is_there ? GOOD : MISSING));
+        REQUIRE(item == (is_there ? &records_[key]->map_item : cl_qmap_end(&map)));
+        REQUIRE(utils_qmap_key_exists(&map, key, nullptr) == (is_there ? GOOD : MISSING));
+        REQUIRE(utils_qmap_key_not_exists(&map, key, &item) == (is_there ? PRESENT : GOOD));
+        void* record = nullptr;
+        REQUIRE(
+            utils_db_qmap_item_get(key, &map, record_of_map_item, &record) ==
+            (is_there ? GOOD : MISSING));
+        REQUIRE(!is_there || static_cast<Record*>(record)->payload == ~key);
+    }
+
+    void take_out(uint64_t key)
+    {
+        cl_map_item_t* item = nullptr;
+        const bool is_there = records_.contains(key);
+        REQUIRE(utils_qmap_remove(&map, key, &item) == (is_there ? GOOD : MISSING));
+        if (is_there) {
+            REQUIRE(utils_db_qmap_item_ins(key, &map, item) == GOOD);
+            REQUIRE(utils_db_qmap_item_ins(key, &map, item) == PRESENT);
+        }
+    }
+
+    void check() const
+    {
+        REQUIRE(utils_qmap_is_empty(&map) == (records_.empty() ? GOOD : KY_STATUS_DB_NOT_EMPTY));
+        const cl_map_item_t* item = cl_qmap_head(&map);
+        for (const auto& [key, record] : records_) {
+            REQUIRE(item == &record->map_item);
+            item = cl_qmap_next(item);
+        }
+        REQUIRE(item == cl_qmap_end(&map));
+    }
+
+    void clear()
+    {
+        REQUIRE(utils_db_qmap_del(&map, &pool, record_of_map_item, pool_item_of) == GOOD);
+        records_.clear();
+        check();
+    }
+
+    static inline cl_qpool_t pool;
+    static inline cl_qmap_t map;
+
+  private:
+    Input& input_;
+    uint32_t max_;
+    std::map<uint64_t, Record*> records_;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    Input input(data, size);
+    const uint32_t verbosity = choose_verbosity(input);
+    const auto min = input.ConsumeIntegralInRange<uint32_t>(0, 20);
+    const auto max = min + input.ConsumeIntegralInRange<uint32_t>(0, 20);
+    const auto grow = input.ConsumeIntegralInRange<uint32_t>(0, 7);
+    const bool has_memory = input.ConsumeBool();
+
+    fail_allocations_after(has_memory ? -1 : input.ConsumeIntegralInRange(0, 3));
+    const ky_status_t status = utils_qpool_qmap_init(
+        &Database::pool, &Database::map, min, max, grow, sizeof(Record), "fuzzed");
+    fail_allocations_after(-1);
+    REQUIRE(status == GOOD || (status == KY_STATUS_NO_MEMORY && live_blocks() == 0));
+    REQUIRE(take_errors() == (status != GOOD && verbosity > 0));
+    if (status != GOOD) {
+        return 0;
+    }
+    Database database(input, grow == 0 ? min : max == 0 ? UINT32_MAX : max);
+    while (input.remaining_bytes() > 0) {
+        const auto key = input.ConsumeIntegralInRange<uint64_t>(0, 30);
+        switch (input.ConsumeIntegralInRange(0, 15)) {
+        case 0:
+            database.clear();
+            break;
+        case 1:
+            database.take_out(key);
+            break;
+        case 2:
+        case 3:
+        case 4:
+            database.remove(key);
+            break;
+        case 5:
+        case 6:
+            database.look_up(key);
+            break;
+        default:
+            database.add(key);
+            break;
+        }
+        REQUIRE(traces_are_balanced());
+    }
+    database.check();
+    database.clear();
+    cl_qpool_destroy(&Database::pool);
+    REQUIRE(live_blocks() == 0 && take_errors() == 0);
+    return 0;
+}

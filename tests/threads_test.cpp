@@ -1,0 +1,101 @@
+// What any thread may call at any time, called by eight at once, while verbosity, settings and the
+// trace flag change under them. The thread sanitizer sees what this test does not.
+#include "allocation.h"
+#include "recorder.h"
+#include "tools.h"
+
+#include <ky_adviser.h>
+#include <ky_names.h>
+#include <ky_port_type_validate.h>
+#include <ky_router_utils_validate.h>
+#include <ky_utils.h>
+
+namespace {
+
+constexpr uint32_t ROUNDS = 1000;
+
+struct ThreadsTest : RecordedTest {};
+
+void change_what_all_read(uint32_t level)
+{
+    KY_STORE(g_ky_log_module_func_enable, level & 1);
+    EXPECT_EQ(utils_log_verbosity_level_set(level), GOOD);
+    EXPECT_EQ(ky_router_utils_log_verbosity_set(level), GOOD);
+    EXPECT_EQ(port_type_validate_log_verbosity_level_set(level), GOOD);
+    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level), GOOD);
+    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &level), GOOD);
+    EXPECT_LE(level, 8U);
+    EXPECT_EQ(utils_use_xm_set(level), GOOD);
+    EXPECT_EQ(utils_use_xm_get(&level), GOOD);
+    EXPECT_EQ(utils_boot_mode_set(level % 6), GOOD);
+    EXPECT_EQ(utils_boot_mode_get(&level), GOOD);
+    EXPECT_LT(level, 6U);
+}
+
+void take_and_give_back(uint32_t size)
+{
+    void* block = nullptr;
+    void* array = nullptr;
+    const uint32_t type = 1 + size % 17;
+    EXPECT_EQ(utils_memory_get(&block, size, type), GOOD);
+    EXPECT_EQ(utils_clr_memory_get(&array, size, 3, type), GOOD);
+    EXPECT_EQ(utils_memory_print_summary(0), GOOD);
+    EXPECT_EQ(utils_memory_put(array, type), GOOD);
+    EXPECT_EQ(utils_memory_put(block, type), GOOD);
+}
+
+void check_and_name(uint32_t value)
+{
+    utils_ky_log_enter(__func__);
+    EXPECT_EQ(utils_check_pointer(&value, "value"), GOOD);
+    EXPECT_EQ(utils_check_array_length(0, "array"), RANGE);
+    EXPECT_EQ(utils_check_swid(static_cast<uint8_t>(value % 8)), GOOD);
+    EXPECT_EQ(utils_check_msg_size(0, value), KY_STATUS_MESSAGE_SIZE_ZERO);
+    EXPECT_STREQ(ky_status_str(KY_STATUS_TIMEOUT), "TIMEOUT");
+    EXPECT_STREQ(ky_host_ifc_trap_id_str(value + 628), "Unknown");
+    EXPECT_EQ(is_port_type_valid(159, 0x10000000 + value), 1U);
+    EXPECT_EQ(is_port_type_valid(159, 0x40000000 + value), 0U);
+    EXPECT_EQ(utils_ky_log_exit(BAD, __func__), BAD);
+}
+
+TEST_F(ThreadsTest, CallsOfAnyThreadStandEachOther)
+{
+    const ky_ip_prefix_t any = {.version = 1, .prefix = {}};
+    const ky_mc_route_key_t good = {any, any};
+    const ky_mc_route_key_t bad = {any, {.version = 2, .prefix = {}}};
+    const uint32_t group = 512;
+    in_threads(8, [&](uint32_t thread) {
+        for (uint32_t i = 0; i < ROUNDS; i++) {
+            if (i % 8 == 0) {
+                change_what_all_read((thread + i / 8) % 9);
+            }
+            take_and_give_back(i);
+            check_and_name(i);
+            for (const auto& [key, status] : {std::pair(&good, GOOD), std::pair(&bad, BAD)}) {
+                EXPECT_EQ(
+                    ky_router_utils_validate_mc_route_set(
+                        KY_ACCESS_CMD_DELETE, 0, key, nullptr, nullptr),
+                    status);
+                EXPECT_EQ(
+                    ky_router_utils_validate_mc_route_get(
+                        KY_ACCESS_CMD_GET, 0, key, nullptr, nullptr, &group),
+                    status);
+                EXPECT_EQ(
+                    ky_router_utils_validate_mc_route_counter_bind_get(0, key, nullptr), status);
+            }
+            EXPECT_EQ(
+                ky_router_utils_validate_mc_rpf_group_set(KY_ACCESS_CMD_SET, &group, nullptr, 1),
+                BAD);
+        }
+    });
+    for (uint32_t type = 1; type <= 17; type++) { // no other type has a byte left to give
+        void* block = nullptr;
+        const uint32_t other = type % 17 + 1;
+        EXPECT_EQ(utils_memory_get(&block, 1, type), GOOD);
+        EXPECT_EQ(utils_memory_put(block, other), KY_STATUS_MEMORY_ERROR) << other;
+        EXPECT_EQ(utils_memory_put(block, type), GOOD);
+    }
+    EXPECT_EQ(live_blocks(), 0);
+}
+
+} // namespace
