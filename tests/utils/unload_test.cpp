@@ -1,0 +1,77 @@
+// The library is loaded, used and unloaded, over and over.
+#include <ky_adviser.h>
+#include <ky_utils.h>
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+
+#include <climits>
+#include <cstdio>
+
+namespace {
+
+constexpr ky_status_t GOOD = KY_STATUS_SUCCESS;
+#ifdef SANITIZED // which takes time, and memory that it keeps
+constexpr uint32_t ROUNDS = 500;
+constexpr long GROWTH_MAX = LONG_MAX;
+#else
+constexpr uint32_t ROUNDS = 10000;
+constexpr long GROWTH_MAX = 256; // pages, 1 MiB
+#endif
+
+uint32_t calls;
+
+ky_status_t count(adviser_event_t, void*)
+{
+    calls++;
+    return GOOD;
+}
+
+#define FIND(library, function) reinterpret_cast<decltype(&(function))>(dlsym(library, #function))
+
+void load_use_unload()
+{
+    void* library = dlopen(LIBRARY, RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(library, nullptr) << dlerror();
+    uint32_t value = KY_LOG_LEVEL_MIN;
+    EXPECT_EQ(FIND(library, adviser_log_verbosity_level)(KY_ACCESS_CMD_SET, &value), GOOD);
+    EXPECT_EQ(FIND(library, utils_use_xm_get)(&value), GOOD);
+    EXPECT_EQ(value, 0U); // as at the first load
+    EXPECT_EQ(FIND(library, utils_use_xm_set)(1), GOOD);
+    void* block = nullptr;
+    EXPECT_EQ(FIND(library, utils_memory_get)(&block, 100, 1), GOOD);
+    EXPECT_EQ(FIND(library, utils_memory_put)(block, 1), GOOD);
+    EXPECT_EQ(FIND(library, adviser_init)(), GOOD);
+    const auto add = FIND(library, adviser_register_event);
+    EXPECT_EQ(add(KY_ACCESS_CMD_ADD, ADVISER_EVENT_FID_ADDED, count), GOOD);
+    EXPECT_EQ(FIND(library, adviser_process_event)(ADVISER_EVENT_FID_ADDED, nullptr), GOOD);
+    EXPECT_EQ(FIND(library, adviser_deinit)(), GOOD);
+    EXPECT_EQ(dlclose(library), 0);
+    EXPECT_EQ(dlopen(LIBRARY, RTLD_NOW | RTLD_NOLOAD), nullptr);
+}
+
+long resident_pages()
+{
+    long size = 0;
+    long resident = 0;
+    FILE* statm = fopen("/proc/self/statm", "r");
+    EXPECT_EQ(fscanf(statm, "%ld %ld", &size, &resident), 2);
+    fclose(statm);
+    return resident;
+}
+
+TEST(UnloadTest, NothingIsLeftBehind)
+{
+    for (uint32_t i = 0; i < 100; i++) {
+        load_use_unload();
+    }
+    const long before = resident_pages();
+    for (uint32_t i = 100; i < ROUNDS; i++) {
+        load_use_unload();
+    }
+    EXPECT_EQ(calls, ROUNDS);
+    EXPECT_LT(resident_pages() - before, GROWTH_MAX);
+}
+
+} // namespace
