@@ -23,7 +23,7 @@ enum PortTypes : uint8_t {
     cpu = 1 << 5,
 };
 
-constexpr PortTypes operator|(PortTypes a, PortTypes b)
+consteval PortTypes operator|(PortTypes a, PortTypes b)
 {
     return static_cast<PortTypes>(uint8_t{a} | uint8_t{b});
 }
