@@ -72,6 +72,18 @@ void set_verbosity(uint32_t level)
     EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level), GOOD);
 }
 
+/* A call that fails changes nothing, so it is made in silence first. Traces are asked for, yet none
+ * is written below debug level. */
+void expect_failure(const char* label, const Call& call, ky_status_t status, const Records& records)
+{
+    KY_STORE(g_ky_log_module_func_enable, 1);
+    for (const uint32_t verbosity : {0U, KY_LOG_LEVEL_DEFAULT}) {
+        set_verbosity(verbosity);
+        EXPECT_OUTCOME(call(), status, verbosity == 0 ? Records{} : records) << label;
+    }
+    KY_STORE(g_ky_log_module_func_enable, 0);
+}
+
 /* An initialised adviser, and a list of who was called for what: "3(11) ". */
 class AdviserTest : public RecordedTest {
   protected:
@@ -88,6 +100,7 @@ class AdviserTest : public RecordedTest {
     void TearDown() override
     {
         take_records();
+        KY_STORE(g_ky_log_module_func_enable, 1); // no trace at this verbosity
         EXPECT_OUTCOME(
             adviser_deinit(), GOOD,
             adviser.said(7, "adviser_deinit", "adviser De-Init Success.\n"));
@@ -120,7 +133,7 @@ TEST_F(AdviserTest, RegistrationStatusesAndMessages)
         uint32_t event;
         adviser_cb_t callback;
         ky_status_t status;
-        uint32_t mask; // 0 for silence
+        uint32_t mask;
         std::string function;
         const char* text;
     } cases[] = {
@@ -149,10 +162,22 @@ TEST_F(AdviserTest, RegistrationStatusesAndMessages)
     // clang-format on
     for (const auto& [cmd, event, callback, status, mask, function, text] : cases) {
         SCOPED_TRACE(std::string(ky_access_cmd_str(cmd)) + " " + std::to_string(event));
-        EXPECT_OUTCOME(
-            adviser_register_event(cmd, event_of(event), callback), status,
-            mask == 0 ? Records{} : adviser.said(mask, function, text));
+        if (status == GOOD) {
+            EXPECT_OUTCOME(adviser_register_event(cmd, event_of(event), callback), GOOD, {});
+            continue;
+        }
+        const auto call = [c = cmd, e = event_of(event), cb = callback] {
+            return adviser_register_event(c, e, cb);
+        };
+        expect_failure(text, call, status, adviser.said(mask, function, text));
     }
+    expect_failure(
+        CALL(adviser_init()), KY_STATUS_DB_ALREADY_INITIALIZED,
+        adviser.said(1, "adviser_init", "Can't Init adviser (Database Already Initialized).\n"));
+    expect_failure(
+        CALL(adviser_log_verbosity_level(DELETE, nullptr)), KY_STATUS_CMD_UNSUPPORTED,
+        adviser.said(
+            1, "adviser_log_verbosity_level", "Reached default access command : [DELETE]"));
 }
 
 TEST_F(AdviserTest, TwoHundredAndFiftyFiveRegistrationsAndNoMore)
@@ -161,8 +186,8 @@ TEST_F(AdviserTest, TwoHundredAndFiftyFiveRegistrationsAndNoMore)
         ASSERT_EQ(add(i % 11 + 1, i), GOOD) << i;
     }
     const std::string text = "Can't allocate advisor at adviser (No More Resources).\n";
-    EXPECT_OUTCOME(
-        add(1, 255), KY_STATUS_NO_RESOURCES, adviser.said(1, "__adviser_add_event", text));
+    expect_failure(
+        CALL(add(1, 255)), KY_STATUS_NO_RESOURCES, adviser.said(1, "__adviser_add_event", text));
     EXPECT_EQ(live_blocks(), 16); // steps of 16, the last one of 15
     EXPECT_EQ(remove(2, 1), GOOD);
     EXPECT_EQ(add(1, 255), GOOD);
@@ -233,6 +258,7 @@ TEST_F(AdviserTest, CallbacksRunInOrderUntilOneFails)
     // clang-format on
     for (void* data : {static_cast<void*>(this), static_cast<void*>(nullptr)}) {
         expected_data = data;
+        KY_STORE(g_ky_log_module_func_enable, data == nullptr ? 0 : 1); // no trace in either case
         for (const auto& [event, given, status, expected, records] : cases) {
             SCOPED_TRACE("event " + std::to_string(event));
             answers = given;
@@ -327,12 +353,12 @@ TEST_F(AdviserTest, WithoutARegistryCallsAreRefusedAfterTheirOtherChecks)
         return adviser.said(1, function, "Can't " + text + " (Database Wasn't Initialized).\n");
     };
     // clang-format off
-    EXPECT_OUTCOME(adviser_deinit(), CLOSED, refused("adviser_deinit", "De-Init adviser"));
-    EXPECT_OUTCOME(add(1, 0), CLOSED,
+    expect_failure(CALL(adviser_deinit()), CLOSED, refused("adviser_deinit", "De-Init adviser"));
+    expect_failure(CALL(add(1, 0)), CLOSED,
         refused("__adviser_add_event", "register to event 'PORT-ADDED'"));
-    EXPECT_OUTCOME(remove(1, 0), CLOSED,
+    expect_failure(CALL(remove(1, 0)), CLOSED,
         refused("__adviser_remove_event", "deregister from event 'PORT-ADDED'"));
-    EXPECT_OUTCOME(process(1), CLOSED,
+    expect_failure(CALL(process(1)), CLOSED,
         refused("adviser_process_event", "process event 'PORT-ADDED'"));
     // clang-format on
     EXPECT_EQ(adviser_register_event(ADD, event_of(1), nullptr), NIL);

@@ -111,6 +111,7 @@ TEST_F(MemoryTest, FailuresChangeNothingAndLeaveThroughTheExitRecord)
         {CALL(utils_clr_memory_get(&out, 1, 1, 18)), RANGE, get + clr, kept},
         {CALL(utils_clr_memory_get(&out, 65536, 65536, 1)), RANGE, too_large + clr, kept},
         {CALL(utils_clr_memory_get(&out, 65536, 65536, 0)), RANGE, get + clr, kept},
+        {CALL(utils_clr_memory_get(nullptr, 65536, 65536, 1)), NIL, null + get + clr, kept},
         {CALL(utils_clr_memory_get(&out, 65535, 65537, 1)), FULL, get + clr, nullptr},
         {CALL(utils_memory_put(block, 0)), RANGE, put, kept},
         {CALL(utils_memory_put(nullptr, 18)), RANGE, put, kept},
@@ -121,14 +122,16 @@ TEST_F(MemoryTest, FailuresChangeNothingAndLeaveThroughTheExitRecord)
     // clang-format on
     fail_allocations_after(0);
     for (const auto& [label, call, status, records, expected_out] : cases) {
-        SCOPED_TRACE(label);
-        out = kept;
-        utils_log_verbosity_level_set(5);
-        KY_STORE(g_ky_log_module_func_enable, 1);
-        EXPECT_OUTCOME(call(), status, records);
-        EXPECT_EQ(out, expected_out);
-        KY_STORE(g_ky_log_module_func_enable, 0);
-        expect_held({0, 10});
+        for (const uint32_t verbosity : {0U, 5U}) {
+            SCOPED_TRACE(testing::Message() << label << " at " << verbosity);
+            out = kept;
+            utils_log_verbosity_level_set(verbosity);
+            KY_STORE(g_ky_log_module_func_enable, 1);
+            EXPECT_OUTCOME(call(), status, verbosity == 0 ? Records{} : records);
+            EXPECT_EQ(out, expected_out);
+            KY_STORE(g_ky_log_module_func_enable, 0);
+            expect_held({0, 10});
+        }
     }
     EXPECT_EQ(utils_memory_get(&out, ~0U, 1), FULL);
     EXPECT_EQ(last_request(), 0x100000003U); // size and header, not wrapped

@@ -117,8 +117,9 @@ TEST_F(DatabaseTest, RandomChangesAgreeWithAModel)
     EXPECT_EQ(given_back.size(), model.size());
     EXPECT_TRUE(std::is_sorted(given_back.begin(), given_back.end()));
     EXPECT_EQ(utils_qmap_is_empty(&map), GOOD);
-    for (uint64_t key = 0; key < 40; key++) { // the pool holds every record again
+    for (uint64_t key = 0; key < 80; key++) { // the pool holds every record again, and again
         EXPECT_EQ(add(key, nullptr), GOOD);
+        EXPECT_EQ(key < 39 ? GOOD : del(key - 39, nullptr), GOOD);
     }
 }
 
@@ -178,6 +179,9 @@ TEST_F(DatabaseTest, StatusesResultsAndExitRecords)
     EXPECT_OUTCOME(utils_qmap_is_empty(&map), GOOD, left);
     cl_qmap_insert(&map, 1, &own.map_item);
     EXPECT_OUTCOME(utils_qmap_is_empty(&map), KY_STATUS_DB_NOT_EMPTY, left);
+    utils_log_verbosity_level_set(4);
+    take_records();
+    EXPECT_OUTCOME(utils_qmap_is_empty(&map), KY_STATUS_DB_NOT_EMPTY, {});
 }
 
 /* Fails every allocation once, from the first one on, until everything succeeds. */
@@ -208,23 +212,32 @@ TEST_F(DatabaseTest, EveryAllocationMayFail)
         EXPECT_EQ(live_blocks(), before);
     }
     EXPECT_GE(failures, 3); // one at creation, one for growth, and none
-    fail_allocations_after(0);
-    utils_log_verbosity_level_set(5);
-    KY_STORE(g_ky_log_module_func_enable, 1);
     const auto left = [](const std::string& function) {
         return utils.said(31, "utils_ky_log_exit", function + " - left\n");
     };
     const auto failed = [&left](const std::string& function) {
         return utils.said(1, function, "Init failure of both DB\n") + left(function);
     };
-    take_records();
-    EXPECT_OUTCOME(
-        utils_qpool_init(&other, 16, 32, 16, sizeof(Record), "both"), KY_STATUS_NO_MEMORY,
-        failed("utils_qpool_init"));
     cl_qmap_t untouched = {};
-    EXPECT_OUTCOME(
-        utils_qpool_qmap_init(&other, &untouched, 16, 32, 16, sizeof(Record), "both"),
-        KY_STATUS_NO_MEMORY, failed("utils_qpool_qmap_init"));
+    const auto init = [&] { return utils_qpool_init(&other, 16, 32, 16, sizeof(Record), "both"); };
+    const auto init_both = [&] {
+        return utils_qpool_qmap_init(&other, &untouched, 16, 32, 16, sizeof(Record), "both");
+    };
+    utils_log_verbosity_level_set(0);
+    take_records();
+    for (const Call& call : {Call(init), Call(init_both)}) {
+        fail_allocations_after(-1);
+        EXPECT_OUTCOME(call(), GOOD, {});
+        cl_qpool_destroy(&other);
+        fail_allocations_after(0);
+        EXPECT_OUTCOME(call(), KY_STATUS_NO_MEMORY, {});
+    }
+    untouched = {};
+    utils_log_verbosity_level_set(5);
+    KY_STORE(g_ky_log_module_func_enable, 1);
+    take_records();
+    EXPECT_OUTCOME(init(), KY_STATUS_NO_MEMORY, failed("utils_qpool_init"));
+    EXPECT_OUTCOME(init_both(), KY_STATUS_NO_MEMORY, failed("utils_qpool_qmap_init"));
     EXPECT_EQ(untouched.state, 0U);
     for (uint64_t key = 0; key < 4; key++) {
         EXPECT_EQ(add(key, nullptr), GOOD);
