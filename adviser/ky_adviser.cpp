@@ -314,7 +314,7 @@ ky_status_t __adviser_event_map_delete_all(adviser_event_t event)
 
     cl_qmap_t* map = nullptr;
     if (const ky_status_t status = __adviser_event_map_get(event, &map);
-        status != KY_STATUS_SUCCESS) {
+        status != KY_STATUS_SUCCESS) { // not reached: called for events that have a map
         return status;
     }
     Walk walk(map);
@@ -363,7 +363,7 @@ ky_status_t adviser_deinit(void)
     for (uint32_t i = EVENT_MIN; i <= EVENT_MAX; i++) {
         const adviser_event_t event = events[i].event;
         const ky_status_t status = __adviser_event_map_delete_all(event);
-        if (status != KY_STATUS_SUCCESS) {
+        if (status != KY_STATUS_SUCCESS) { // not reached: every one of these events has a map
             KY_LOG_ERROR(
                 "Can't delete '%s' adviser (%s).\n", event_name(event), ky_status_str(status));
         }

@@ -1,0 +1,89 @@
+#!/usr/bin/env python3
+"""Demands that each line of the library's sources is reached, and each branch both ways. Reads what
+`llvm-cov export` prints from standard input, in the root of the tree.
+
+A branch in a macro counts wherever the macro is used, so each log statement must be seen to print
+and to be suppressed. One in a lambda that a macro makes counts once, like one in a template.
+What cannot be reached stands in a block that opens with "// not reached: WHY"; if it is reached all
+the same, that is a fault too.
+"""
+import collections
+import json
+import os
+import pathlib
+import re
+import sys
+
+SOURCES = re.compile(r"(adviser|port_type_validate|router_validate|utils)/")
+LEAST = {"lines": 2200, "branches": 690}  # a measurement that sees fewer has gone wrong
+
+
+def lines(segments):
+    """How often each line ran, by the rules of llvm-cov's own reports."""
+    starts = collections.defaultdict(list)
+    for line, _, count, has_count, is_entry, is_gap in segments:
+        starts[line].append((count if has_count else -1, is_entry and not is_gap))
+    above = -1  # the count of what goes on from the line before
+    for line in range(segments[0][0], segments[-1][0] + 1):
+        counts = [count for count, is_start in starts[line] if is_start]
+        if max([above, *counts]) >= 0 and counts[:1] != [-1]:  # -1 is a blank line
+            yield line, max([above, *counts])
+        above = starts[line][-1][0] if starts[line] else above
+
+
+def branches(functions):
+    """How often each branch goes each way, by its places: in the macro, where that is used, ..."""
+    ways = collections.defaultdict(lambda: [0, 0])
+    for function in functions:
+        names = [os.path.normpath(name) for name in function["filenames"]]
+        uses = {region[6]: region for region in function["regions"] if region[7] == 1}  # of macros
+        for line, column, _, _, true, false, file, *_ in function["branches"]:
+            places = [(names[file], line, column)]
+            while file in uses:
+                line, column, file = uses[file][0], uses[file][1], uses[file][5]
+                places.append((names[file], line, column))
+            ways[tuple(places)][0] += true
+            ways[tuple(places)][1] += false
+    return ways
+
+
+def items(data):
+    """All that is to be reached: file, line, kind, how often it was, and what to say if never."""
+    for file in data["files"]:
+        for line, count in lines(file["segments"]) if file["segments"] else ():
+            yield os.path.normpath(file["filename"]), line, "lines", count, "not reached"
+    for places, ways in sorted(branches(data["functions"]).items()):
+        (name, line, column), macro = places[-1], "%s:%d" % places[0][:2]
+        text = f"column {column}" + (f" (in {macro})" if len(places) > 1 else "")
+        for way, count in zip(("true", "false"), ways):
+            yield name, line, "branches", count, f"{text} is never {way}"
+
+
+def exempt(name):
+    """The lines of blocks that are marked; the one that opens a block is negative."""
+    indent = None
+    for number, text in enumerate(pathlib.Path(name).read_text().splitlines(), 1):
+        if indent is not None:
+            yield number
+            indent = None if re.match(" {0,%d}}" % indent, text) else indent
+        elif re.search(r"\) { // not reached: \w", text):
+            yield -number
+            indent = len(text) - len(text.lstrip())
+
+
+seen, faults, marked = collections.defaultdict(lambda: [0, 0]), [], {}
+for name, line, kind, count, fault in items(json.load(sys.stdin)["data"][0]):
+    if not SOURCES.match(name):
+        continue
+    marks = marked.setdefault(name, set(exempt(name)))
+    if line in marks or -line in marks and fault.endswith("never true"):
+        faults += [f"{name}:{line}: reached, though marked"] if count else []
+        continue
+    faults += [] if count else [f"{name}:{line}: {fault}"]
+    for key in (name, kind), ("all", kind):
+        seen[key] = [seen[key][0] + (count > 0), seen[key][1] + 1]
+for name in sorted({name for name, _ in seen}, key=lambda name: (name == "all", name)):
+    print(f"{name:44}", *("%6d of %4d %s" % (*seen[name, kind], kind) for kind in LEAST))
+faults += [f"only {seen['all', kind][1]} {kind} seen, of {least} at least"
+           for kind, least in LEAST.items() if seen["all", kind][1] < least]
+sys.exit("\n".join(faults) or 0)
