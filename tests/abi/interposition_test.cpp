@@ -1,11 +1,14 @@
 // A process that puts its own functions in front of the library, and shares its objects. It is not
-// position-independent, so that the linker copies the table into the program.
+// position-independent, so that the linker copies the table and the lock into the program.
 #include <ky_port_type_validate.h>
 #include <ky_utils.h>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <string>
+#include <thread>
 
 static std::string left;
 
@@ -37,6 +40,22 @@ TEST(InterpositionTest, TheTableIsOneObject)
     EXPECT_EQ(is_port_type_valid(1, 0), 1U);
     port_type_validation_table[1].allowed_port_types = 0;
     EXPECT_EQ(is_port_type_valid(1, 0), 0U);
+}
+
+TEST(InterpositionTest, TheLockIsOneObject)
+{
+    std::atomic<bool> is_done = false;
+    cl_spinlock_acquire(&utils_mem_type_count_lock);
+    std::thread other([&] {
+        void* block = nullptr;
+        utils_memory_get(&block, 1, 1);
+        is_done = true;
+        utils_memory_put(block, 1);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(is_done); // the library waits for the program
+    cl_spinlock_release(&utils_mem_type_count_lock);
+    other.join();
 }
 
 } // namespace
