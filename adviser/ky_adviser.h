@@ -20,7 +20,8 @@
  * adviser_log_verbosity_level apart. A callback, however, may call any of them: an advisor that it
  * deregisters is not called any more, one that it registers may be, and even adviser_deinit ends
  * the walk in order. A callback must return: it must not throw, jump out of itself or end its
- * thread. It must be deregistered before its module is unloaded.
+ * thread. It must be deregistered before its module is unloaded, and whoever unloads this library
+ * calls adviser_deinit first, or the registry's memory is lost.
  *
  * Everything logs under module "ADVISER". All functions trace entry and exit, but for
  * adviser_log_verbosity_level, which traces its entry alone. */

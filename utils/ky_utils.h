@@ -3,7 +3,8 @@
  * accounted memory, and pools and maps with status codes.
  *
  * No function here needs an initialisation, and messages stand under module "UTILS". Any thread may
- * call any of them at any time, but for one pool or map the caller lets one thread at a time. */
+ * call any of them at any time, but for one pool or map the caller lets one thread at a time. A
+ * pointer must not be null unless it is said what happens then. */
 #ifndef KY_UTILS_H
 #define KY_UTILS_H
 
@@ -202,7 +203,8 @@ KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
  *  held; such a child must call exec, or use none of these functions.
  *  @{ */
 
-/** Guards the byte counts. It is initialised at load, and held for their changes alone. */
+/** Guards the byte counts. It is initialised at load, and held for their changes alone. Whoever
+ *  holds it must not take or give back memory meanwhile. */
 KY_EXPORT extern cl_spinlock_t utils_mem_type_count_lock;
 
 /** Hands out a block of memory. It is not cleared, and belongs to the caller until
@@ -233,7 +235,7 @@ utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t m
 
 /** Takes a block back and frees it.
  *
- *  @param buffer_p  what utils_memory_get or utils_clr_memory_get handed out, and nothing else
+ *  @param buffer_p  what utils_memory_get or utils_clr_memory_get handed out, once; nothing else
  *  @param mem_type  the type that it was taken under
  *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_EXCEEDS_RANGE for a type outside 1 to 17;
  *           KY_STATUS_PARAM_NULL if buffer_p is null;

@@ -195,23 +195,33 @@ TEST_F(AdviserTest, TwoHundredAndFiftyFiveRegistrationsAndNoMore)
 
 TEST_F(AdviserTest, EveryAllocationMayFail)
 {
-    ASSERT_EQ(adviser_deinit(), GOOD);
-    take_records();
-    fail_allocations_after(0);
-    EXPECT_OUTCOME(adviser_init(), KY_STATUS_NO_MEMORY, {});
-    EXPECT_EQ(process(1), CLOSED);
-    fail_allocations_after(-1);
-    ASSERT_EQ(adviser_init(), GOOD);
-    fail_allocations_after(0);
-    size_t registered = 0;
-    while (add(1, registered) == GOOD) {
-        registered++;
+    long point = -1; // the first allocation, then the second, until the run needs no more
+    for (bool has_failed = true; has_failed;) {
+        SCOPED_TRACE(++point);
+        ASSERT_EQ(adviser_deinit(), GOOD);
+        ASSERT_EQ(live_blocks(), 0);
+        take_records();
+        fail_allocations_after(point);
+        has_failed = point == 0;
+        if (has_failed) {
+            EXPECT_OUTCOME(adviser_init(), KY_STATUS_NO_MEMORY, {});
+            EXPECT_EQ(process(1), CLOSED);
+            fail_allocations_after(-1);
+        }
+        ASSERT_EQ(adviser_init(), GOOD);
+        for (uint32_t who = 0; who < 255; who++) {
+            if (add(1, who) != GOOD) {
+                has_failed = true;
+                calls.clear();
+                EXPECT_EQ(process(1), GOOD);
+                EXPECT_EQ(std::count(calls.begin(), calls.end(), '('), who);
+                fail_allocations_after(-1);
+                ASSERT_EQ(add(1, who), GOOD);
+            }
+        }
+        fail_allocations_after(-1);
     }
-    EXPECT_EQ(registered, 16U);
-    EXPECT_EQ(process(1), GOOD);
-    EXPECT_EQ(std::count(calls.begin(), calls.end(), '('), 16);
-    fail_allocations_after(-1);
-    EXPECT_EQ(add(1, registered), GOOD);
+    EXPECT_EQ(point, 16); // one at creation, and one for each step of growth
 }
 
 TEST_F(AdviserTest, CallbacksRunInOrderUntilOneFails)
