@@ -1,6 +1,5 @@
 // The argument checks and the settings.
 #include "recorder.h"
-#include "tools.h"
 
 #include <ky_utils.h>
 
@@ -149,23 +148,6 @@ TEST_F(UtilsTest, SettingsTraceAsTheyAreMeantTo)
     EXPECT_OUTCOME(utils_log_verbosity_level_set(3), GOOD, utils.entered(level_set));
     EXPECT_OUTCOME(utils_log_verbosity_level_set(~0U), GOOD, utils.left(level_set));
     // clang-format on
-}
-
-TEST_F(UtilsTest, AnyThreadMayCallAnythingAtAnyTime)
-{
-    in_threads(8, [](uint32_t thread) {
-        for (uint32_t i = 0; i < 200; i++) {
-            uint32_t value = 0;
-            KY_STORE(g_ky_log_module_func_enable, static_cast<int32_t>(i % 2));
-            utils_log_verbosity_level_set((thread + i) % 7);
-            EXPECT_EQ(utils_boot_mode_set(thread % 6), GOOD);
-            EXPECT_EQ(utils_boot_mode_get(&value), GOOD);
-            EXPECT_LT(value, 6U);
-            EXPECT_EQ(utils_use_xm_set(i), GOOD);
-            EXPECT_EQ(utils_use_xm_get(&value), GOOD);
-            EXPECT_EQ(utils_check_mc_id(0), RANGE);
-        }
-    });
 }
 
 } // namespace
