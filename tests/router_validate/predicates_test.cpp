@@ -111,7 +111,8 @@ ky_ip_prefix_t make(Random& random, uint32_t version, bool is_group)
             (*words)[random.below(4)] ^= 1U << random.below(32);
         }
     }
-    ky_ip_prefix_t prefix = {};
+    ky_ip_prefix_t prefix;
+    memset(&prefix, 0xa5, sizeof prefix); // an IPv4 prefix has anything behind it
     prefix.version = version;
     if (version == 1) {
         prefix.prefix.ipv4 = {addr[0], mask[0]};

@@ -89,7 +89,8 @@ constexpr const char* RANGES = "__validate_mc_key_ranges";
 // clang-format off
 /* In the order in which a key is checked. */
 const std::vector<Fault> key_faults = {
-    {SPOIL(r.key.mc_group_addr.version = 4), RANGE, "Given MC IP version 4 is invalid\n", VERSIONS},
+    {SPOIL(r.key.mc_group_addr.version = ~0U), RANGE,
+     "Given MC IP version -1 is invalid\n", VERSIONS},
     {SPOIL(r.key.source_addr.version = ~0U), RANGE,
      "Given source IP version -1 is invalid\n", VERSIONS},
     {SPOIL(r.key.source_addr.version = 2), BAD,
@@ -140,22 +141,22 @@ TEST_F(RouterValidateTest, RouteSetReportsTheFirstFault)
         {SPOIL(r.has_key = false), NIL, "Given mc_route_key_p is NULL and CMD is 1 \n"},
     };
     const Faults faults = {
-        {SPOIL(r.attr.rpf_action = 6), BAD, "Given RPF action 6 is invalid\n"},
-        {SPOIL(r.attr.rpf_action = 4; r.attr.rpf_group_id = 512), BAD,
-         "Invalid RPF group 512 given. Valid RPF group must be given when RPF action is DROP_LIST "
-         "or TRAP_LIST\n"},
-        {SPOIL(r.attr.prio_type = 0), BAD, "Invalid priority type 0 given\n"},
+        {SPOIL(r.attr.rpf_action = ~0U), BAD, "Given RPF action -1 is invalid\n"},
+        {SPOIL(r.attr.rpf_action = 4; r.attr.rpf_group_id = ~0U), BAD,
+         "Invalid RPF group 4294967295 given. Valid RPF group must be given when RPF action is "
+         "DROP_LIST or TRAP_LIST\n"},
+        {SPOIL(r.attr.prio_type = ~0U), BAD, "Invalid priority type -1 given\n"},
         {SPOIL(r.key.mc_group_addr = ipv4(0xef010001, 0xffff00ff)), BAD,
          "Invalid MC group mask 239.1.0.1/255.255.0.255 given for priority type LPM\n"},
-        {SPOIL(r.attr.ttl_cmd = 0), BAD, "Invalid TTL command 0 given\n"},
+        {SPOIL(r.attr.ttl_cmd = ~0U), BAD, "Invalid TTL command -1 given\n"},
         {SPOIL(r.attr.user_token_valid = 1; r.attr.user_token_mask = 0x1000), RANGE,
          "User token mask[0x1000] is invalid, Max Mask value : 0xfff\n"},
         {SPOIL(r.attr.user_token_valid = 1; r.attr.user_token_mask = 0xfff;
                r.attr.user_token_value = 0x1000), RANGE,
          "User token value[0x1000] is invalid, Max value : 0xfff\n"},
-        {SPOIL(r.data.action = 5), BAD, "Invalid router action 5 given\n"},
-        {SPOIL(r.data.egress_container_id = 7), BAD,
-         "Egress container ID 7 and egress RIF count 3 can't both be specified\n"},
+        {SPOIL(r.data.action = ~0U), BAD, "Invalid router action -1 given\n"},
+        {SPOIL(r.data.egress_container_id = ~0U; r.data.egress_rif_cnt = ~1U), BAD, "Egress "
+         "container ID 4294967295 and egress RIF count 4294967294 can't both be specified\n"},
     };
     expect_faults_in_order("mc_route_set", route_set, {}, missing_key + key_faults + faults);
 }
@@ -164,9 +165,10 @@ TEST_F(RouterValidateTest, RouteGetReportsTheFirstFault)
 {
     const Faults faults = {
         {SPOIL(r.count = 0), BAD, "Entries count must be larger than 0 for command GET FIRST\n"},
-        {SPOIL(r.count = 129), RANGE, "Given entries count 129 is larger than max allowed 128\n"},
-        {SPOIL(r.filter.source_addr.version = 4), BAD,
-         "Given filter source IP version 4 is invalid\n"},
+        {SPOIL(r.count = ~0U), RANGE,
+         "Given entries count 4294967295 is larger than max allowed 128\n"},
+        {SPOIL(r.filter.source_addr.version = ~0U), BAD,
+         "Given filter source IP version -1 is invalid\n"},
         {SPOIL(r.filter.source_addr = ipv6({0, 0, 0, 1}, {~0U, ~0U, ~0U, ~1U})), BAD,
          "Given filter source address prefix ::1/ffff:ffff:ffff:ffff:ffff:ffff:ffff:fffe is not a "
          "valid IPv4 or IPv6 prefix\n"},
@@ -195,7 +197,7 @@ TEST_F(RouterValidateTest, OtherCallsReportTheFirstFault)
         {SPOIL(r.count = 0), BAD, "Egress RIF count cannot be 0 when command is ADD\n"},
     };
     const Faults no_counter = {{SPOIL(r.id = 0), BAD, "Counter_id must be valid when binding\n"}};
-    const Faults bad_id = {{SPOIL(r.id = 512), BAD, "Invalid RPF group ID 512 given\n"}};
+    const Faults bad_id = {{SPOIL(r.id = ~0U), BAD, "Invalid RPF group ID 4294967295 given\n"}};
     const Faults bad_vifs = {
         {SPOIL(r.vifs.clear()), BAD, "RPF RIF count 0 isn't allowed for CREATE/SET\n"},
         {SPOIL(r.vifs = {{3, 0}, {0, 0}, {4, 0}, {5, 0}}), BAD,
@@ -233,6 +235,8 @@ TEST_F(RouterValidateTest, CommandsAndBoundaries)
     ignored.source_addr.version = ignored.mc_group_addr.version = 9;
     ky_ip_prefix_t newest = any6;
     newest.version = ~0U;
+    ky_ip_prefix_t fourth = any6;
+    fourth.version = 4;
     const struct {
         const char* label;
         Validator call;
@@ -270,28 +274,28 @@ TEST_F(RouterValidateTest, CommandsAndBoundaries)
         {"create of none", rpf_group_set, {.cmd = KY_ACCESS_CMD_CREATE, .vifs = {}}, BAD},
         {"destroy of none", rpf_group_set, {.cmd = KY_ACCESS_CMD_DESTROY, .vifs = {}}, GOOD},
         {"delete of a wrong type", rpf_group_set, {.cmd = DELETE, .vifs = {{~0U, 0}}}, BAD},
-        // What a signed comparison, a narrower flag or a longer list of commands would turn round.
-        {"RPF action ~0", route_set, {.attr = {~0U, 1, 0, 1, 0, 0, 0, 0, 0}}, BAD},
-        {"TTL command ~0", route_set, {.attr = {0, ~0U, 0, 1, 0, 0, 0, 0, 0}}, BAD},
-        {"priority type ~0", route_set, {.attr = {0, 1, 0, ~0U, 0, 0, 0, 0, 0}}, BAD},
-        {"drop list, group ~0", route_set, {.attr = {4, 1, 0, 1, 0, ~0U, 0, 0, 0}}, BAD},
+        // What another boundary, a narrower flag or a longer list of commands would turn round.
+        {"RPF action 6", route_set, {.attr = {6, 1, 0, 1, 0, 0, 0, 0, 0}}, BAD},
+        {"TTL command 0", route_set, {.attr = {0, 0, 0, 1, 0, 0, 0, 0, 0}}, BAD},
+        {"priority type 0", route_set, {.attr = {0, 1, 0, 0, 0, 0, 0, 0, 0}}, BAD},
         {"token mask, top bit", route_set, {.attr = {0, 1, 0, 1, 0, 0, 1, 0, 0x8000}}, RANGE},
-        {"action ~0", route_set, {.data = {~0U, 0, 0}}, BAD},
+        {"group version 4", egress_rif_get, {.key = {source4, fourth}}, RANGE},
+        {"source version 4", egress_rif_get, {.key = {fourth, group4}}, RANGE},
+        {"set, ID 512", rpf_group_set, {.cmd = KY_ACCESS_CMD_SET, .id = 512}, BAD},
+        {"get, ID 512", rpf_group_get, {.cmd = KY_ACCESS_CMD_GET, .id = 512}, BAD},
         {"container, one RIF", route_set, {.data = {0, 1, 7}}, BAD},
-        {"group version ~0", egress_rif_get, {.key = {source4, newest}}, RANGE},
         {"next of none", route_get, {.cmd = KY_ACCESS_CMD_GET_NEXT, .count = 0}, BAD},
-        {"next of ~0", route_get, {.cmd = KY_ACCESS_CMD_GET_NEXT, .count = ~0U}, RANGE},
         {"count, filtered", route_get,
          {.cmd = KY_ACCESS_CMD_COUNT, .filter = {0, any4, 0, any4, 1, 1}, .count = 0}, BAD},
         {"flags 0x101", route_get, {.filter = {0x101, newest, 0x101, newest, 0x101, 1}}, GOOD},
-        {"filter source version ~0", route_get, {.filter = {1, newest, 0, any4, 0, 0}}, BAD},
+        {"filter source version 4", route_get, {.filter = {1, fourth, 0, any4, 0, 0}}, BAD},
+        {"filter group version 4", route_get, {.filter = {0, any4, 1, fourth, 0, 0}}, BAD},
         {"filter by any group", route_get, {.filter = {2, any4, 1, any4, 0, 0}}, RANGE},
         {"filter by any IPv6 group", route_get, {.filter = {0, any4, 1, any6, 0, 0}}, RANGE},
         {"filter with a hole", route_get,
          {.filter = {0, any4, 1, with_hole.mc_group_addr, 0, 0}}, GOOD},
         {"egress edit of none", egress_rif_set, {.cmd = KY_ACCESS_CMD_EDIT, .count = 0}, GOOD},
         {"set counter 0", counter_bind_set, {.cmd = KY_ACCESS_CMD_SET, .id = 0}, GOOD},
-        {"RPF group ~0", rpf_group_set, {.cmd = KY_ACCESS_CMD_SET, .id = ~0U}, BAD},
         {"edit of none", rpf_group_set, {.cmd = KY_ACCESS_CMD_EDIT, .vifs = {}}, GOOD},
         {"delete-all of a wrong type", rpf_group_set, {.cmd = DELETE_ALL, .vifs = {{4, 0}}}, BAD},
         {"count, any ID", rpf_group_get, {.cmd = KY_ACCESS_CMD_COUNT, .id = 512}, GOOD},

@@ -73,12 +73,12 @@ Records take_records()
 
 Records Module::said(uint32_t mask, const std::string& function, const std::string& text) const
 {
-    static const char* const levels[] = {"NONE   ", "ERROR  ", "WARN   ",
-                                         "NOTICE ", "INFO   ", "DEBUG  "};
+    static const char* const levels[] = {"NONE   ", "ERROR  ", "WARN   ", "NOTICE ", "INFO   ",
+                                         "DEBUG  ", "FUNCS  ", "FRAMES ", "ALL    ", "UNKNOWN"};
     const std::string level = levels[__builtin_popcount(mask)];
     const std::string source = std::string(file_) + "[L]- " + function + ": ";
     return {
-        "log " + std::to_string(mask) + " " + name_ + ": " + (mask == 31 ? source : "") + text,
+        "log " + std::to_string(mask) + " " + name_ + ": " + (mask >= 31 ? source : "") + text,
         "trace: [" + level + "] [" + name_ + "] - " + function + "[L]: " + text};
 }
 

@@ -24,12 +24,12 @@ class LogTest : public RecordedTest {};
 
 TEST_F(LogTest, StatementReachesBothSinksFromItsLevelOn)
 {
-    constexpr uint32_t masks[] = {1, 3, 7, 15, 31};
+    constexpr uint32_t masks[] = {1, 3, 7, 15, 31, 63, 127, 255, 511};
     for (const auto& [label, module] : languages) {
         for (const uint32_t verbosity : all_levels) {
             SCOPED_TRACE(std::string(label) + " at " + std::to_string(verbosity));
             Records expected;
-            for (uint32_t level = 1; level <= 5 && level <= verbosity; level++) {
+            for (uint32_t level = 1; level <= 9 && level <= verbosity; level++) {
                 expected = expected + test.said(masks[level - 1], "say_at_all_levels", "said -7\n");
             }
             module.set_verbosity(verbosity);

@@ -91,8 +91,10 @@ TEST_F(MemoryTest, FailuresChangeNothingAndLeaveThroughTheExitRecord)
     const std::string summary = "utils_memory_print_summary";
     const Records unreported =
         utils.said(31, summary, "====== MEMORY REPORT ======\n") + left(summary);
-    const Records too_large = utils.said(
-        1, "utils_clr_memory_get", "Memory of 65536 elements of 65536 bytes exceeds range\n");
+    const auto too_large = [&clr](const std::string& what) {
+        const std::string text = "Memory of " + what + " exceeds range\n";
+        return utils.said(1, "utils_clr_memory_get", text) + clr;
+    };
     const Records wrong_type =
         utils.said(1, "utils_memory_put", "Block size exceeds total size for memory type TOPO\n");
     constexpr ky_status_t FULL = KY_STATUS_NO_MEMORY;
@@ -109,7 +111,10 @@ TEST_F(MemoryTest, FailuresChangeNothingAndLeaveThroughTheExitRecord)
         {CALL(utils_memory_get(nullptr, 1, 1)), NIL, null + get, kept},
         {CALL(utils_memory_get(&out, ~0U, 1)), FULL, get, nullptr},
         {CALL(utils_clr_memory_get(&out, 1, 1, 18)), RANGE, get + clr, kept},
-        {CALL(utils_clr_memory_get(&out, 65536, 65536, 1)), RANGE, too_large + clr, kept},
+        {CALL(utils_clr_memory_get(&out, 2147483648, 2, 1)), RANGE,
+         too_large("2147483648 elements of 2 bytes"), kept},
+        {CALL(utils_clr_memory_get(&out, 2, ~0U, 1)), RANGE,
+         too_large("2 elements of 4294967295 bytes"), kept},
         {CALL(utils_clr_memory_get(&out, 65536, 65536, 0)), RANGE, get + clr, kept},
         {CALL(utils_clr_memory_get(nullptr, 65536, 65536, 1)), NIL, null + get + clr, kept},
         {CALL(utils_clr_memory_get(&out, 65535, 65537, 1)), FULL, get + clr, nullptr},

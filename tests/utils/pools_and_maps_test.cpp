@@ -152,9 +152,12 @@ TEST_F(DatabaseTest, StatusesResultsAndExitRecords)
         {CALL(utils_db_qmap_item_get(6, &map, record_of_item, &record)), MISSING, nullptr,
          "utils_db_qmap_item_get"},
         {CALL(utils_db_qmap_item_get(5, &map, nullptr, nullptr)), GOOD, nullptr, no_exit},
+        {CALL(utils_db_qmap_item_get(5, &map, record_of_item, nullptr)), GOOD, nullptr, no_exit},
         {CALL(utils_db_qmap_item_ins(5, &map, &own.map_item)), PRESENT, nullptr,
          "utils_db_qmap_item_ins"},
         {CALL(add(5, nullptr)), PRESENT, nullptr, "utils_db_qmap_item_add"},
+        {CALL(add(8, nullptr)), GOOD, nullptr, no_exit},
+        {CALL(del(8, nullptr)), GOOD, nullptr, no_exit},
         {CALL(del(6, &record)), MISSING, nullptr, "utils_db_qmap_item_del"},
         {CALL(utils_db_qmap_item_ins(7, &map, &own.map_item)), GOOD, nullptr, no_exit},
         {CALL(utils_qmap_remove(&map, 7, &item)), GOOD, &own.map_item, no_exit},
@@ -192,7 +195,7 @@ TEST_F(DatabaseTest, EveryAllocationMayFail)
     long failures = 0;
     for (bool done = false; !done; failures++) {
         fail_allocations_after(failures);
-        const ky_status_t status = utils_qpool_init(&other, 16, 32, 16, sizeof(Record), "other");
+        const ky_status_t status = utils_qpool_init(&other, 8, 32, 24, sizeof(Record), "other");
         if (status != GOOD) {
             EXPECT_EQ(status, KY_STATUS_NO_MEMORY);
             EXPECT_RECORDS(utils.said(1, "utils_qpool_init", "Init failure of other DB\n"));
@@ -206,12 +209,19 @@ TEST_F(DatabaseTest, EveryAllocationMayFail)
         }
         EXPECT_EQ(utils_qpool_get(&item, &other), NO_ROOM);
         EXPECT_EQ(item, nullptr);
-        EXPECT_TRUE(taken == 16 || taken == 32);
+        EXPECT_TRUE(taken == 8 || taken == 32);
         done = taken == 32;
         cl_qpool_destroy(&other);
         EXPECT_EQ(live_blocks(), before);
     }
     EXPECT_GE(failures, 3); // one at creation, one for growth, and none
+    fail_allocations_after(-1);
+    take_records();
+    EXPECT_OUTCOME(
+        utils_qpool_init(&other, 1, ~0U, ~1U, sizeof(Record), "large"), GOOD,
+        utils.said(
+            7, "utils_qpool_init", "Init large DB (Min: 1, Max: 4294967295, Grow: 4294967294)\n"));
+    cl_qpool_destroy(&other);
     const auto left = [](const std::string& function) {
         return utils.said(31, "utils_ky_log_exit", function + " - left\n");
     };

@@ -72,6 +72,8 @@ TEST_F(UtilsTest, ChecksRefuseWithOneMessageAndAnExitRecordWhenTraced)
          "MSTP Instance Port-State (# 0) exceeds range [1..3]\n"},
         {CHECK(mstp_inst_port_state(4)), RANGE,
          "MSTP Instance Port-State (# 4) exceeds range [1..3]\n"},
+        {CHECK(mstp_inst_port_state(~0U)), RANGE,
+         "MSTP Instance Port-State (# 4294967295) exceeds range [1..3]\n"},
         {CHECK(swid(8)), RANGE, "Switch ID (8) exceeds range [0..7]\n"},
         {CHECK(swid(253)), RANGE, "Switch ID (253) exceeds range [0..7]\n"},
         {RUBBISH(swid, 0x1ff), RANGE, "Switch ID (255) exceeds range [0..7]\n"},
@@ -87,7 +89,8 @@ TEST_F(UtilsTest, ChecksRefuseWithOneMessageAndAnExitRecordWhenTraced)
         {CHECK(device_node_type(-1)), RANGE,
          "Device Topology Type # (4294967295) exceeds range [0..5]\n"},
         {CHECK(msg_size(0, 0)), ZERO, "Message size (0b) is zero\n"},
-        {CHECK(msg_size(5, 4)), LIMIT, "Message size (5b) exceeds limit (4b)\n"},
+        {CHECK(msg_size(~0U, ~1U)), LIMIT,
+         "Message size (4294967295b) exceeds limit (4294967294b)\n"},
     };
     // clang-format on
     for (const auto& [label, call, status, text] : refusals) {
@@ -139,8 +142,9 @@ TEST_F(UtilsTest, SettingsTraceAsTheyAreMeantTo)
     EXPECT_OUTCOME(utils_use_xm_set(0), GOOD, utils.around("utils_use_xm_set"));
     EXPECT_OUTCOME(utils_use_xm_get(nullptr), NIL,
         utils.around("utils_use_xm_get", null("use_xm_p")));
-    EXPECT_OUTCOME(utils_boot_mode_set(6), RANGE, utils.around(setter, utils.said(1, setter,
-        "Failed to set issu mode, parameter boot_mode (6) is exceed range. Max value (5)\n")));
+    EXPECT_OUTCOME(utils_boot_mode_set(~0U), RANGE, utils.around(setter, utils.said(1, setter,
+        "Failed to set issu mode, parameter boot_mode (4294967295) is exceed range. "
+        "Max value (5)\n")));
     EXPECT_OUTCOME(utils_boot_mode_get(&value), GOOD, {});
     EXPECT_OUTCOME(utils_boot_mode_get(nullptr), NIL, null("boot_mode_p") + utils.said(1,
         "utils_boot_mode_get", "failed to get issu mode, parameter boot_mode_p is NULL\n"));

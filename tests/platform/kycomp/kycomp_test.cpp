@@ -19,6 +19,7 @@ static int allocations_to_failure = -1;
 static std::vector<std::string> reports; // line numbers in them read "L"
 static bool has_no_symbols;              // as where there is no memory for them
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): libc's are reserved
 char** backtrace_symbols(void* const* frames, int count) noexcept
 {
     static const auto real =
