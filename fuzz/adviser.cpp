@@ -6,9 +6,7 @@
 #include <ky_adviser.h>
 
 #include <array>
-#include <map>
 #include <set>
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -29,9 +27,14 @@ struct Run {
     std::set<std::pair<uint32_t, adviser_cb_t>> registered = {}; // by event; fail events by theirs
     uint32_t depth = 0;
     uint32_t acts = 0;
-    adviser_event_t processed = ADVISER_EVENT_NONE; // by the innermost call
-    adviser_cb_t called = nullptr;                  // the callback that it called last
-    ky_status_t answer = GOOD;                      // and what that has answered
+    struct Walks { // of the innermost call to process an event
+        adviser_event_t event = ADVISER_EVENT_NONE;
+        uint32_t heard = 0;            // callbacks called for it
+        uint32_t rolled_back = 0;      // and with its fail event
+        uint32_t refused = 0;          // of these, those that failed
+        adviser_cb_t called = nullptr; // last for the event
+        ky_status_t answer = GOOD;     // and what it has answered
+    } walks = {};
 };
 
 Run* run;
@@ -39,6 +42,12 @@ Run* run;
 uint32_t list_of(uint32_t event)
 {
     return event == PRE_FAILED ? PRE : event;
+}
+
+uint32_t registrations_for(uint32_t event)
+{
+    return static_cast<uint32_t>(std::ranges::count_if(
+        run->registered, [event](const auto& each) { return each.first == list_of(event); }));
 }
 
 template <size_t Number> ky_status_t callback(adviser_event_t event, void* event_data)
@@ -51,11 +60,15 @@ template <size_t Number> ky_status_t callback(adviser_event_t event, void* event
     }
     const ky_status_t status = run->input.PickValueInArray<ky_status_t>(
         {GOOD, GOOD, GOOD, KY_STATUS_ERROR, KY_STATUS_RESOURCE_IN_USE});
-    if (event == run->processed) { // a rollback has another one
-        run->called = callback<Number>;
-        run->answer = status;
-    } else {
-        REQUIRE(callback<Number> != run->called && run->answer != GOOD);
+    Run::Walks& walks = run->walks;
+    if (event == walks.event) {
+        walks.heard++;
+        walks.called = callback<Number>;
+        walks.answer = status;
+    } else { // a rollback
+        REQUIRE(walks.answer != GOOD && callback<Number> != walks.called);
+        walks.rolled_back++;
+        walks.refused += status != GOOD;
     }
     return status;
 }
@@ -177,21 +190,27 @@ void process()
     const adviser_event_t event = any_event();
     const bool is_event = event >= 1 && event <= 51;
     const bool is_initialised = run->is_initialised;
-    const auto outer = std::tuple(run->processed, run->called, run->answer);
+    const auto outer = std::exchange(run->walks, {.event = event});
     const uint32_t acts = run->acts;
-    std::tie(run->processed, run->called, run->answer) = std::tuple(event, nullptr, GOOD);
     run->depth++;
     const ky_status_t status = adviser_process_event(event, run);
     run->depth--;
-    const ky_status_t answer = run->answer;
-    std::tie(run->processed, run->called, run->answer) = outer;
+    const auto walks = std::exchange(run->walks, outer);
 
     REQUIRE(
         status == (!is_event         ? KY_STATUS_PARAM_EXCEEDS_RANGE
                    : !is_initialised ? KY_STATUS_DB_NOT_INITIALIZED
-                                     : answer));
-    const bool is_told = take_errors() > 0;
-    REQUIRE(run->acts != acts || is_told == (status != GOOD && run->verbosity > 0));
+                                     : walks.answer));
+    const uint32_t errors = take_errors();
+    if (run->acts != acts) {
+        return; // callbacks have changed who is registered
+    }
+    REQUIRE(status != GOOD || walks.heard == registrations_for(event));
+    REQUIRE(walks.rolled_back == (event == PRE && walks.answer != GOOD ? walks.heard - 1 : 0));
+    // DEVICE-DELETED is said to have a fail event, and has none.
+    const bool lacks_fail_event = event == ADVISER_EVENT_DEVICE_DELETED && walks.answer != GOOD;
+    const uint32_t messages = (status != GOOD) + lacks_fail_event + walks.refused;
+    REQUIRE(errors == (run->verbosity > 0 ? messages : 0));
 }
 
 void verbosity()

@@ -4,6 +4,7 @@
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 
+#include <bit>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -13,6 +14,7 @@
 namespace {
 
 uint32_t errors;
+uint32_t verbosity;               // of all modules
 std::vector<std::string> entered; // functions, innermost last
 bool is_first_sink_next = true;
 
@@ -63,6 +65,7 @@ int ky_log(uint32_t severity_mask, const char*, const char* format, ...)
 
     REQUIRE(std::exchange(is_first_sink_next, false));
     REQUIRE(text.back() == '\n');
+    REQUIRE(std::popcount(severity_mask) <= int64_t{verbosity}); // the level of a mask
     errors += severity_mask == KY_LOG_MASK_ERROR;
     std::string function;
     if (is_trace(text, " - entered \n", &function)) {
@@ -98,17 +101,18 @@ uint32_t choose_verbosity(Input& input)
     port_type_validate_log_verbosity_level_set(level);
     KY_STORE(g_ky_log_module_func_enable, input.ConsumeBool() ? 1 : 0);
     take_errors();
+    verbosity = level;
     return level;
 }
 
 ky_status_t checked(
-    uint32_t verbosity, std::initializer_list<ky_status_t> failures,
+    uint32_t level, std::initializer_list<ky_status_t> failures,
     const std::function<ky_status_t()>& call)
 {
     const ky_status_t status = call();
     const bool fails = status != KY_STATUS_SUCCESS;
     REQUIRE(!fails || std::ranges::count(failures, status) == 1);
-    REQUIRE(take_errors() == (fails && verbosity > 0 ? 1 : 0));
+    REQUIRE(take_errors() == (fails && level > 0 ? 1 : 0));
     REQUIRE(traces_are_balanced());
     REQUIRE(is_first_sink_next);
     return status;

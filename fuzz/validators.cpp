@@ -79,6 +79,39 @@ ky_mc_route_get_filter_t filter(Input& input)
             word(input), word(input)};
 }
 
+/* Whether a mask of one or four words is contiguous, bit by bit, and covers an address. */
+bool covers(const uint32_t* mask, const uint32_t* address, uint32_t words)
+{
+    bool is_over = false;
+    for (uint32_t bit = 0; bit < words * 32; bit++) {
+        const bool is_set = (mask[bit / 32] >> (31 - bit % 32) & 1) != 0;
+        const bool is_used = (address[bit / 32] >> (31 - bit % 32) & 1) != 0;
+        is_over = is_over || !is_set;
+        if ((is_set && is_over) || (is_used && !is_set)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/* What holds of a key that has passed. */
+bool is_sound(const ky_mc_route_key_t& key)
+{
+    static const ky_ipv6_prefix_t none = {};
+    const auto& [source_version, source] = key.source_addr;
+    const auto& [version, group] = key.mc_group_addr;
+    if (version > 3 || version != source_version) {
+        return false;
+    }
+    if (version == 1) {
+        return covers(&source.ipv4.mask, &source.ipv4.addr, 1) &&
+               (group.ipv4.addr >> 28 == 0xE || (group.ipv4.addr | group.ipv4.mask) == 0);
+    }
+    return covers(source.ipv6.mask, source.ipv6.addr, 4) &&
+           ((version == 2 && group.ipv6.addr[0] >> 24 == 0xFF) ||
+            memcmp(&group.ipv6, &none, sizeof none) == 0);
+}
+
 constexpr ky_status_t NIL = KY_STATUS_PARAM_NULL;
 constexpr ky_status_t BAD = KY_STATUS_PARAM_ERROR;
 constexpr ky_status_t RANGE = KY_STATUS_PARAM_EXCEEDS_RANGE;
@@ -86,14 +119,18 @@ constexpr ky_status_t RANGE = KY_STATUS_PARAM_EXCEEDS_RANGE;
 void validate_route_set(Input& input, uint32_t verbosity, ky_access_cmd_t cmd)
 {
     const bool reads_all = cmd == KY_ACCESS_CMD_ADD || cmd == KY_ACCESS_CMD_EDIT;
-    const Argument route(key(input), input.ConsumeIntegralInRange(0, 15) != 0);
+    const bool has_key = input.ConsumeIntegralInRange(0, 15) != 0;
+    const Argument route(key(input), has_key);
     const Argument attr(attributes(input));
     const Argument data(ky_mc_route_data_t{word(input), word(input), word(input)});
-    checked(verbosity, {NIL, RANGE, BAD}, [&] {
+    const ky_status_t status = checked(verbosity, {NIL, RANGE, BAD}, [&] {
         return ky_router_utils_validate_mc_route_set(
             cmd, 0, route, reads_all ? attr : static_cast<ky_mc_route_attr_t*>(unread),
             reads_all ? data : static_cast<ky_mc_route_data_t*>(unread));
     });
+    const bool reads_key = cmd != KY_ACCESS_CMD_DELETE_ALL;
+    REQUIRE((status == NIL) == (!has_key && reads_key));
+    REQUIRE(status != KY_STATUS_SUCCESS || !reads_key || is_sound(*route));
 }
 
 void validate_route_get(Input& input, uint32_t verbosity, ky_access_cmd_t cmd)
@@ -102,12 +139,13 @@ void validate_route_get(Input& input, uint32_t verbosity, ky_access_cmd_t cmd)
     const Argument route(key(input));
     const Argument which(filter(input), input.ConsumeBool());
     const Argument count(word(input));
-    checked(verbosity, {RANGE, BAD}, [&] {
+    const ky_status_t status = checked(verbosity, {RANGE, BAD}, [&] {
         return ky_router_utils_validate_mc_route_get(
             cmd, 0, is_get ? route : static_cast<ky_mc_route_key_t*>(unread),
             is_get ? static_cast<ky_mc_route_get_filter_t*>(unread) : which, unread,
             cmd == KY_ACCESS_CMD_COUNT ? static_cast<uint32_t*>(unread) : count);
     });
+    REQUIRE(status != KY_STATUS_SUCCESS || !is_get || is_sound(*route));
 }
 
 void validate_calls_about_a_route(Input& input, uint32_t verbosity, ky_access_cmd_t cmd)
@@ -122,7 +160,8 @@ void validate_calls_about_a_route(Input& input, uint32_t verbosity, ky_access_cm
         [&] { return ky_router_utils_validate_mc_route_counter_bind_get(0, route, unread); },
     };
     for (const auto& call : calls) {
-        checked(verbosity, {RANGE, BAD}, call);
+        const ky_status_t status = checked(verbosity, {RANGE, BAD}, call);
+        REQUIRE(status != KY_STATUS_SUCCESS || is_sound(*route));
     }
 }
 

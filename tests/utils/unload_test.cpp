@@ -17,7 +17,7 @@ constexpr uint32_t ROUNDS = 500;
 constexpr long GROWTH_MAX = LONG_MAX;
 #else
 constexpr uint32_t ROUNDS = 10000;
-constexpr long GROWTH_MAX = 256; // pages, 1 MiB
+constexpr long GROWTH_MAX = 16; // pages
 #endif
 
 uint32_t calls;
