@@ -62,6 +62,7 @@ template <size_t Number> ky_status_t callback(adviser_event_t event, void* event
         {GOOD, GOOD, GOOD, KY_STATUS_ERROR, KY_STATUS_RESOURCE_IN_USE});
     Run::Walks& walks = run->walks;
     if (event == walks.event) {
+        REQUIRE(std::less<>()(walks.called, callback<Number>)); // in the order of addresses
         walks.heard++;
         walks.called = callback<Number>;
         walks.answer = status;
