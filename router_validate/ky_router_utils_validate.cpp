@@ -38,8 +38,6 @@ constexpr ky_router_action_t ROUTER_ACTION_MAX = 4;
  * again. */
 #define ALWAYS_INLINE __attribute__((always_inline)) inline
 
-__extension__ using uint128_t = unsigned __int128;
-
 /* The four words of an IPv6 address or mask, as two: most of what is asked of them does not depend
  * on their order. */
 struct Halves {
@@ -55,29 +53,20 @@ ALWAYS_INLINE Halves halves_of(const uint32_t (&words)[4])
     return halves;
 }
 
-/* The four words as one number. */
-ALWAYS_INLINE uint128_t number_of(const uint32_t (&words)[4])
-{
-    return uint128_t{words[0]} << 96 | uint128_t{words[1]} << 64 | uint128_t{words[2]} << 32 |
-           words[3];
-}
-
-/* Whether the set bits are one run from the most significant bit on: one added to the bits that are
- * clear then carries through all of them. */
-template <typename Number> ALWAYS_INLINE bool is_contiguous(Number mask)
-{
-    const Number rest = ~mask;
-    return ((rest + 1) & rest) == 0;
-}
-
+/* A mask is contiguous if its set bits are one run from the most significant bit on: one added to
+ * the bits that are clear then carries through all of them. */
 ALWAYS_INLINE int __is_ipv4_mask_contiguous(uint32_t mask)
 {
-    return is_contiguous(mask);
+    const uint32_t rest = ~mask;
+    return ((rest + 1) & rest) == 0;
 }
 
 ALWAYS_INLINE int __is_ipv6_mask_contiguous(const uint32_t (&mask)[4])
 {
-    return is_contiguous(number_of(mask));
+    const uint64_t high = ~(uint64_t{mask[0]} << 32 | mask[1]);
+    const uint64_t low = ~(uint64_t{mask[2]} << 32 | mask[3]);
+    const uint64_t carry = low + 1 == 0 ? 1 : 0;
+    return (((high + carry) & high) | ((low + 1) & low)) == 0;
 }
 
 /* Whether an address has no bits outside its mask. */

@@ -15,7 +15,7 @@ import re
 import sys
 
 SOURCES = re.compile(r"(adviser|port_type_validate|router_validate|utils)/")
-LEAST = {"lines": 2234, "branches": 698}  # a measurement that sees fewer has gone wrong
+LEAST = {"lines": 2235, "branches": 701}  # a measurement that sees fewer has gone wrong
 
 
 def lines(segments):

@@ -1,6 +1,7 @@
 // Function traces, argument checks, settings, memory, pools and maps: module "UTILS".
 #include "ky_utils.h"
 
+#include <cinttypes>
 #include <complib/cl_memory.h>
 #include <cstddef>
 #include <cstring>
@@ -74,6 +75,16 @@ bool is_mem_type(uint32_t mem_type)
 /* In front of each block stands its size. */
 using MemHeader = uint32_t;
 
+/* Memory for a block and its header. */
+void* allocate(uint32_t size)
+{
+    size_t bytes = 0;
+    if (__builtin_add_overflow(sizeof(MemHeader), size, &bytes)) { // not reached: on 64 bits
+        return nullptr;
+    }
+    return cl_malloc(bytes);
+}
+
 /* The two that change the counts. */
 void account(uint32_t mem_type, uint32_t size)
 {
@@ -99,8 +110,7 @@ bool unaccount(uint32_t mem_type, uint32_t size)
 
 } // namespace
 
-static_assert(sizeof(cl_spinlock_t) == 48);
-static_assert(offsetof(cl_spinlock_t, state) == 40);
+static_assert(offsetof(cl_spinlock_t, state) == sizeof(pthread_mutex_t));
 
 constinit cl_spinlock_t utils_mem_type_count_lock = {PTHREAD_MUTEX_INITIALIZER, CL_INITIALIZED};
 
@@ -138,8 +148,9 @@ ky_status_t utils_check_verbosity_level(uint32_t level)
 {
     if (level > KY_LOG_LEVEL_MAX) {
         return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, "Verbosity level (%ld) is out of range : [%u .. %u]\n",
-            static_cast<long>(level), KY_LOG_LEVEL_MIN, KY_LOG_LEVEL_MAX);
+            KY_STATUS_PARAM_EXCEEDS_RANGE,
+            "Verbosity level (%" PRId64 ") is out of range : [%u .. %u]\n", int64_t{level},
+            KY_LOG_LEVEL_MIN, KY_LOG_LEVEL_MAX);
     }
     return KY_STATUS_SUCCESS;
 }
@@ -300,7 +311,7 @@ ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type)
         utils_check_pointer(buffer_pp, "Buffer pointer");
         return utils_ky_log_exit(KY_STATUS_PARAM_NULL, __func__);
     }
-    void* block = cl_malloc(sizeof(MemHeader) + size_t{size});
+    void* block = allocate(size);
     if (block == nullptr) {
         *buffer_pp = nullptr;
         return utils_ky_log_exit(KY_STATUS_NO_MEMORY, __func__);
@@ -309,7 +320,7 @@ ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type)
     account(mem_type, size);
     *buffer_pp = static_cast<char*>(block) + sizeof(MemHeader);
     KY_LOG_DEBUG(
-        "Allocated %u bytes for memory type %s; Total memory for this type = %lu;\n", size,
+        "Allocated %u bytes for memory type %s; Total memory for this type = %" PRIu64 ";\n", size,
         utils_mem_type_name[mem_type], KY_LOAD(utils_mem_type_count[mem_type]));
     return KY_STATUS_SUCCESS;
 }
@@ -350,7 +361,7 @@ ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type)
     }
     cl_free(block);
     KY_LOG_DEBUG(
-        "Freed %u bytes for memory type %s; Total memory for this type = %lu;\n", size,
+        "Freed %u bytes for memory type %s; Total memory for this type = %" PRIu64 ";\n", size,
         utils_mem_type_name[mem_type], KY_LOAD(utils_mem_type_count[mem_type]));
     return KY_STATUS_SUCCESS;
 }
@@ -365,7 +376,7 @@ ky_status_t utils_memory_print_summary(uint32_t mem_type)
     const uint32_t last = mem_type == MEM_TYPE_ALL ? MEM_TYPE_MAX : mem_type;
     for (uint32_t type = first; type <= last; type++) {
         KY_LOG_DEBUG(
-            "Allocated %lu bytes for memory type %s\n", KY_LOAD(utils_mem_type_count[type]),
+            "Allocated %" PRIu64 " bytes for memory type %s\n", KY_LOAD(utils_mem_type_count[type]),
             utils_mem_type_name[type]);
     }
     return KY_STATUS_SUCCESS;

@@ -6,6 +6,8 @@
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
 
+#include <cstring>
+
 static_assert(KY_LOG_LEVEL_DEFAULT == 3);
 
 TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
@@ -20,8 +22,9 @@ TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
     EXPECT_EQ(value, KY_LOG_LEVEL_DEFAULT);
     EXPECT_SILENCE();
     // The lock is a mutex at rest and the mark of an initialised object.
-    const std::string lock(reinterpret_cast<const char*>(&utils_mem_type_count_lock), 44);
-    EXPECT_EQ(lock, std::string(40, '\0') + std::string("\2\0\0\0", 4));
+    const pthread_mutex_t at_rest = PTHREAD_MUTEX_INITIALIZER;
+    EXPECT_EQ(memcmp(&utils_mem_type_count_lock.mutex, &at_rest, sizeof at_rest), 0);
+    EXPECT_EQ(utils_mem_type_count_lock.state, 2U);
 
     EXPECT_EQ(utils_check_mc_id(0), KY_STATUS_PARAM_EXCEEDS_RANGE);
     EXPECT_EQ(is_port_type_valid(0, 0), 0U);
