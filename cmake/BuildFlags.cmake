@@ -1,31 +1,65 @@
 # Two interface targets: kriolilglu_flags for everything that is built here, kriolilglu_library_flags
-# on top of it for what ships.
+# on top of it for what ships. A flag that the compiler or the linker does not take for this CPU is
+# left out.
+
+include(CheckCompilerFlag)
+include(CheckLinkerFlag)
+
+function(compile_with target) # FLAG...
+  set(CMAKE_REQUIRED_FLAGS -Werror) # clang only warns of a flag that it makes no use of
+  foreach(flag IN LISTS ARGN)
+    string(REGEX REPLACE "=.*/.*" "" name ${flag}) # a path is any path
+    string(MAKE_C_IDENTIFIER "KRIOLILGLU_COMPILES_WITH_${name}" is_known)
+    check_compiler_flag(CXX ${flag} ${is_known})
+    if(${is_known})
+      target_compile_options(${target} INTERFACE ${flag})
+    endif()
+  endforeach()
+endfunction()
+
+function(link_with target) # FLAG...
+  foreach(flag IN LISTS ARGN)
+    string(MAKE_C_IDENTIFIER "KRIOLILGLU_LINKS_WITH_${flag}" is_known)
+    check_linker_flag(C ${flag} ${is_known})
+    if(${is_known})
+      target_link_options(${target} INTERFACE ${flag})
+    endif()
+  endforeach()
+endfunction()
 
 add_library(kriolilglu_flags INTERFACE)
-target_compile_options(kriolilglu_flags INTERFACE
+compile_with(kriolilglu_flags
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2
   # The same bytes wherever the tree lies.
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=.)
 
 add_library(kriolilglu_library_flags INTERFACE)
 target_link_libraries(kriolilglu_library_flags INTERFACE kriolilglu_flags)
-target_compile_options(kriolilglu_library_flags INTERFACE
+compile_with(kriolilglu_library_flags
   -Wmissing-declarations
-  $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions> $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>
+  -fno-exceptions -fno-rtti
   # A process may put its own function in front of an exported one; clang must be told.
   -fsemantic-interposition
   -fno-plt # all symbols are bound at load: calls go straight there
-  -fstack-protector-strong -fstack-clash-protection -fcf-protection=full)
-target_link_options(kriolilglu_library_flags INTERFACE
+  -fstack-protector-strong -fstack-clash-protection
+  -fcf-protection=full -mbranch-protection=standard) # x86's and Arm's
+link_with(kriolilglu_library_flags
   LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack
   # Needed is what is linked, whichever compiler does it: Debian's gcc would leave libc out.
   LINKER:--no-as-needed)
+
+# The compiler's start files would run code when the library is loaded, if only to find nothing to
+# do, and they lack the marks of control-flow protection.
+option(KRIOLILGLU_START_FILES "Link the compiler's start files, for runtimes that need them" OFF)
+if(NOT KRIOLILGLU_START_FILES)
+  link_with(kriolilglu_library_flags -nostartfiles)
+endif()
 
 # The tables of names are pointers, which the loader relocates: packed, that takes 250 bytes of the
 # file instead of 38,000. Linkers and loaders older than Debian 12's do not know the form.
 option(KRIOLILGLU_PACK_RELOCATIONS
   "Pack relative relocations, if this machine's loader takes them" ON)
-if(KRIOLILGLU_PACK_RELOCATIONS AND NOT CMAKE_CROSSCOMPILING)
+if(KRIOLILGLU_PACK_RELOCATIONS AND (CMAKE_CROSSCOMPILING_EMULATOR OR NOT CMAKE_CROSSCOMPILING))
   include(CheckSourceRuns)
   include(CMakePushCheckState)
   cmake_push_check_state(RESET)
@@ -51,5 +85,5 @@ if(KRIOLILGLU_SANITIZE)
 else()
   target_compile_options(kriolilglu_library_flags INTERFACE
     -U_FORTIFY_SOURCE $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
-  target_link_options(kriolilglu_library_flags INTERFACE LINKER:-z,defs)
+  link_with(kriolilglu_library_flags LINKER:-z,defs)
 endif()

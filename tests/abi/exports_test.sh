@@ -14,16 +14,11 @@ if ! diff "$work/listed" "$work/exported" > "$work/difference"; then
     exit 1
 fi
 
-# Every other export is code.
-cat > "$work/objects" <<END
-port_type_validation_table 2784
-utils_mem_type_count_lock 48
-END
-nm -D --defined-only -S "$1" | awk '$3 != "T" { print $4, $2 }' | while read -r name size; do
-    echo "$name $((0x$size))"
-done | sort > "$work/data"
-if ! diff "$work/objects" "$work/data"; then
-    echo "the exported data objects or their sizes are not those expected (<)"
+# Every other export is code. Programs have copied these sizes, which are x86-64's.
+objects=$(nm -D --defined-only -S "$1" | awk '$3 != "T" { print $4, $2 }' | sort | xargs)
+expected='port_type_validation_table 0000000000000ae0 utils_mem_type_count_lock 0000000000000030'
+if readelf -hW "$1" | grep -q X86-64 && [ "$objects" != "$expected" ]; then
+    echo "the exported data objects and their sizes are $objects, not $expected"
     exit 1
 fi
-echo "$(wc -l < "$work/exported") exports, $(wc -l < "$work/data") of them data"
+echo "$(wc -l < "$work/exported") exports, of them data: $objects"

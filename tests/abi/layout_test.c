@@ -103,11 +103,18 @@ FIELD(ky_mc_route_get_filter_t, mc_group_addr_valid, 40, 4);
 FIELD(ky_mc_route_get_filter_t, mc_group_addr, 44, 36);
 FIELD(ky_mc_route_get_filter_t, ingress_rif_valid, 80, 4);
 FIELD(ky_mc_route_get_filter_t, ingress_rif_incl_rpf_groups_valid, 84, 4);
-SIZE(port_type_validation_entry_t, 16); FIELD(port_type_validation_entry_t, func_name, 0, 8);
-FIELD(port_type_validation_entry_t, allowed_port_types, 8, 1);
+SIZE(port_type_validation_entry_t, 2 * sizeof(char*));
+FIELD(port_type_validation_entry_t, func_name, 0, sizeof(char*));
+FIELD(port_type_validation_entry_t, allowed_port_types, sizeof(char*), 1);
+FIELD(cl_spinlock_t, state, sizeof(pthread_mutex_t), 4);
 
-/* Enumerations are unsigned and 32 bits wide; the objects have the size that programs copy. */
+/* Enumerations are unsigned and 32 bits wide. */
 SIZE(ky_status_t, 4); SIZE(ky_access_cmd_t, 4); SIZE(adviser_event_t, 4);
 SIZE(ky_ip_version_t, 4);
 UNSIGNED(ky_status_t); UNSIGNED(ky_access_cmd_t); UNSIGNED(adviser_event_t);
+
+/* The objects have the size that programs copy. */
+SIZE(port_type_validation_table, 174 * sizeof(port_type_validation_entry_t));
+#if defined(__x86_64__) && defined(__LP64__)
 SIZE(port_type_validation_table, 2784); SIZE(utils_mem_type_count_lock, 48);
+#endif

@@ -1,10 +1,11 @@
 #!/bin/sh
-# replay_test.sh REPLAY STORY: the story replays without a fault, and lines that cannot be read are
+# replay_test.sh STORY COMMAND...: the story replays without a fault, and lines that cannot be read are
 # reported with their numbers while the others are answered.
 set -eu
 
-replay=$1
-"$replay" "$2" > /dev/null 2>&1 || { echo "the story does not replay"; exit 1; }
+story=$1
+shift
+"$@" "$story" > /dev/null 2>&1 || { echo "the story does not replay"; exit 1; }
 
 status=0
 output=$(printf '%b\r\n' \
@@ -21,7 +22,7 @@ output=$(printf '%b\r\n' \
     'event PORT-ADDED' 'deregister 1 fdb' 'adviser deinit' 'event 1' 'memory put PORT 0' \
     'memory get PORT' 'memory get 18 4' 'memory get PORT 0x10000 0x10000' 'egress GET ::/0 ff00::/8 1' \
     'memory get PORT many' 'memory get PORT 1 -1' 'register 1 a_name_of_more_than_31_characters' |
-    "$replay" - 2>&1) || status=$?
+    "$@" - 2>&1) || status=$?
 expected='> status 14 # a comment
   14 Parameter Exceeds Range
 > nonsense
@@ -117,6 +118,6 @@ if [ "$output" != "$expected" ] || [ "$status" != 1 ]; then
     exit 1
 fi
 
-"$replay" "$2" > /dev/full 2> /dev/null && { echo "a full disk goes unnoticed"; exit 1; }
-"$replay" /nonexistent > /dev/null 2>&1 && { echo "a missing file goes unnoticed"; exit 1; }
+"$@" "$story" > /dev/full 2> /dev/null && { echo "a full disk goes unnoticed"; exit 1; }
+"$@" /nonexistent > /dev/null 2>&1 && { echo "a missing file goes unnoticed"; exit 1; }
 exit 0

@@ -6,20 +6,11 @@
 
 #include <dlfcn.h>
 
-#include <climits>
 #include <fstream>
 
 namespace {
 
 constexpr ky_status_t GOOD = KY_STATUS_SUCCESS;
-#ifdef SANITIZED // which takes time, and memory that it keeps
-constexpr uint32_t ROUNDS = 500;
-constexpr long GROWTH_MAX = LONG_MAX;
-#else
-constexpr uint32_t ROUNDS = 10000;
-constexpr long GROWTH_MAX = 16; // pages
-#endif
-
 uint32_t calls;
 
 ky_status_t count(adviser_event_t, void*)
@@ -60,17 +51,26 @@ long resident_pages()
     return resident;
 }
 
+void load_use_unload(uint32_t times)
+{
+    calls = 0;
+    for (uint32_t i = 0; i < times; i++) {
+        load_use_unload();
+    }
+    EXPECT_EQ(calls, times);
+}
+
 TEST(UnloadTest, NothingIsLeftBehind)
 {
-    for (uint32_t i = 0; i < 100; i++) {
-        load_use_unload();
-    }
+    load_use_unload(500);
+}
+
+TEST(Growth, OfTenThousandLoadsIsLessThan16Pages)
+{
+    load_use_unload(100);
     const long before = resident_pages();
-    for (uint32_t i = 100; i < ROUNDS; i++) {
-        load_use_unload();
-    }
-    EXPECT_EQ(calls, ROUNDS);
-    EXPECT_LT(resident_pages() - before, GROWTH_MAX);
+    load_use_unload(10000);
+    EXPECT_LT(resident_pages() - before, 16);
 }
 
 } // namespace
