@@ -5,6 +5,7 @@
 #include <complib/cl_spinlock.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
@@ -186,8 +187,12 @@ void cl_qmap_remove_item(cl_qmap_t* map, cl_map_item_t* item)
 
 // ---- Quick pool ----
 
+/* AddressSanitizer's, if it runs in the process: whether this library is built with it or not. */
+extern "C" [[gnu::weak]] void __asan_poison_memory_region(const volatile void*, size_t);
+extern "C" [[gnu::weak]] void __asan_unpoison_memory_region(const volatile void*, size_t);
+
 /* What one step of growth allocates: this, and its objects behind it. */
-struct alignas(16) cl_pool_chunk {
+struct alignas(std::max_align_t) cl_pool_chunk {
     cl_pool_chunk* next;
     size_t count;
 };
@@ -205,7 +210,9 @@ cl_pool_item_t* object_at(cl_pool_chunk* chunk, size_t object_size, size_t index
 /* Destroys the first objects of a chunk, all that have been created, and gives it back. */
 void destroy_chunk(const cl_qpool_t* pool, cl_pool_chunk* chunk, size_t created)
 {
-    CL_UNPOISON(chunk + 1, chunk->count * pool->object_size);
+    if (pool->state == CL_POISONING) {
+        __asan_unpoison_memory_region(chunk + 1, chunk->count * pool->object_size);
+    }
     for (size_t i = 0; pool->destructor != nullptr && i < created; i++) {
         pool->destructor(object_at(chunk, pool->object_size, i), pool->context);
     }
@@ -234,11 +241,8 @@ bool grow(cl_qpool_t* pool, size_t count)
     pool->chunks = chunk;
     pool->count += count;
     for (size_t i = count; i-- > 0;) { // so that they are handed out in order of their addresses
-        cl_pool_item_t* object = object_at(chunk, pool->object_size, i);
-        object->next = pool->free_items;
-        pool->free_items = object;
+        cl_qpool_put(pool, object_at(chunk, pool->object_size, i));
     }
-    CL_POISON(chunk + 1, count * pool->object_size);
     return true;
 }
 
@@ -256,7 +260,7 @@ int cl_qpool_init(
         return -1;
     }
     cl_qpool_t made = {};
-    made.state = CL_INITIALIZED;
+    made.state = __asan_poison_memory_region != nullptr ? CL_POISONING : CL_INITIALIZED;
     made.max_count = max_count;
     made.grow_count = grow_count;
     made.object_size = (object_size + ALIGNMENT - 1) / ALIGNMENT * ALIGNMENT;
@@ -280,9 +284,20 @@ cl_pool_item_t* cl_qcpool_get(cl_qpool_t* pool)
         }
     }
     cl_pool_item_t* item = pool->free_items;
-    CL_UNPOISON(item, pool->object_size);
+    if (pool->state == CL_POISONING) {
+        __asan_unpoison_memory_region(item, pool->object_size);
+    }
     pool->free_items = item->next;
     return item;
+}
+
+void cl_qcpool_put(cl_qpool_t* pool, cl_pool_item_t* item)
+{
+    item->next = pool->free_items;
+    pool->free_items = item;
+    if (pool->state == CL_POISONING) {
+        __asan_poison_memory_region(item, pool->object_size);
+    }
 }
 
 void cl_qcpool_destroy(cl_qpool_t* pool)

@@ -170,7 +170,7 @@ std::vector<Object*> take_all(cl_qpool_t& pool)
 {
     std::vector<Object*> objects;
     while (cl_pool_item_t* item = objects.size() < 1000 ? cl_qpool_get(&pool) : nullptr) {
-        EXPECT_EQ(reinterpret_cast<uintptr_t>(item) % 16, 0U);
+        EXPECT_EQ(reinterpret_cast<uintptr_t>(item) % alignof(std::max_align_t), 0U);
         memset(item, static_cast<int>(objects.size() + 1), sizeof(Object));
         objects.push_back(reinterpret_cast<Object*>(item));
     }
@@ -252,22 +252,6 @@ TEST(QpoolTest, CallsInitializerAndDestructorOncePerObject)
     EXPECT_EQ(living.size(), 4U);
     cl_qpool_destroy(&pool);
     EXPECT_EQ(living.size() + blocks.size(), 0U);
-}
-
-TEST(QpoolDeathTest, ReportsTheUseOfAFreeObject)
-{
-#ifdef CL_ADDRESS_SANITIZER
-    cl_qpool_t pool;
-    ASSERT_EQ(init(pool, 0, 2, 2), 0);
-    auto* object = reinterpret_cast<Object*>(cl_qpool_get(&pool));
-    EXPECT_DEATH(object[1].content[31] = 1, "use-after-poison"); // never handed out yet
-    cl_qpool_put(&pool, &object->item);
-    EXPECT_DEATH(object->content[0] = 1, "use-after-poison");
-    EXPECT_DEATH(cl_qpool_put(&pool, &object->item), "use-after-poison");
-    cl_qpool_destroy(&pool);
-#else
-    GTEST_SKIP() << "needs AddressSanitizer";
-#endif
 }
 
 /* Checks the reports of one assertion, and leaves none behind. */

@@ -22,22 +22,4 @@ void cl_free(void* memory);
 }
 #endif
 
-/* CL_POISON(memory, size) makes AddressSanitizer report any access, until CL_UNPOISON. */
-#ifdef __has_feature
-#if __has_feature(address_sanitizer)
-#define CL_ADDRESS_SANITIZER
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define CL_ADDRESS_SANITIZER
-#endif
-
-#ifdef CL_ADDRESS_SANITIZER
-#include <sanitizer/asan_interface.h>
-#define CL_POISON(memory, size) __asan_poison_memory_region(memory, size)
-#define CL_UNPOISON(memory, size) __asan_unpoison_memory_region(memory, size)
-#else
-#define CL_POISON(memory, size) ((void)(memory), (void)(size))
-#define CL_UNPOISON(memory, size) ((void)(memory), (void)(size))
-#endif
-
 #endif

@@ -25,11 +25,16 @@ typedef int (*cl_pool_initializer_t)(void* object, const void* context);
 /** Called once for each object, in use or not, when its memory is about to be given back. */
 typedef void (*cl_pool_destructor_t)(void* object, const void* context);
 
+/** The state of a pool that was initialised in a process with AddressSanitizer. All of its steps are
+ *  those that are not inlined, and they poison what is free: so code that was built with
+ *  AddressSanitizer and code that was not treat the pool alike. */
+#define CL_POISONING 3U
+
 /** A pool. All members are the pool's own. */
 typedef struct cl_qpool {
     cl_pool_item_t* free_items;
-    uint32_t state;
-    size_t count; /**< of objects, in use or not */
+    uint32_t state; /**< CL_INITIALIZED or CL_POISONING */
+    size_t count;   /**< of objects, in use or not */
     size_t max_count;
     size_t grow_count;
     size_t object_size; /**< rounded up, so that one object beside another is aligned */
@@ -42,6 +47,9 @@ typedef struct cl_qpool {
 /** Takes an object from a pool, which grows if it has none: cl_qpool_get without its short cut and
  *  its assertions. */
 cl_pool_item_t* cl_qcpool_get(cl_qpool_t* pool);
+
+/** Gives an object back: cl_qpool_put without its assertions. */
+void cl_qcpool_put(cl_qpool_t* pool, cl_pool_item_t* item);
 
 /** Gives a pool's memory back: cl_qpool_destroy without its assertions. */
 void cl_qcpool_destroy(cl_qpool_t* pool);

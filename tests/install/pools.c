@@ -1,0 +1,93 @@
+/* pools.c [WHO]: a program that takes records from a pool and gives them back, itself and through the
+ * library, in every combination. WHO, "program" or "library", then gives one back that is still
+ * written to, which AddressSanitizer must report. */
+#include <ky_utils.h>
+
+#include <string.h>
+
+typedef struct record {
+    cl_pool_item_t pool_item;
+    cl_map_item_t map_item;
+    char content[40];
+} record_t;
+
+static void* record_of_pool_item(cl_pool_item_t* item)
+{
+    return item;
+}
+
+static cl_pool_item_t* pool_item_of(void* record)
+{
+    return &((record_t*)record)->pool_item;
+}
+
+static cl_map_item_t* map_item_of(void* record)
+{
+    return &((record_t*)record)->map_item;
+}
+
+static void* record_of_map_item(cl_map_item_t* item)
+{
+    return (char*)item - offsetof(record_t, map_item);
+}
+
+static cl_qpool_t pool;
+static cl_qmap_t map;
+
+/* The four ways to get a record, and to file it under key 1. */
+static record_t* get(int way)
+{
+    cl_pool_item_t* item = NULL;
+    void* record = NULL;
+    switch (way) {
+    case 0:
+        item = cl_qpool_get(&pool);
+        break;
+    case 1:
+        utils_qpool_get(&item, &pool);
+        break;
+    default:
+        utils_db_qmap_item_add(
+            1, &map, &pool, record_of_map_item, record_of_pool_item, map_item_of, &record);
+        item = pool_item_of(record);
+    }
+    record = record_of_pool_item(item);
+    memset(((record_t*)record)->content, way, sizeof(((record_t*)record)->content));
+    if (way < 2) {
+        utils_db_qmap_item_ins(1, &map, map_item_of(record));
+    }
+    return (record_t*)record;
+}
+
+/* The three ways to give it back. */
+static void put(int way, record_t* record)
+{
+    switch (way) {
+    case 0:
+        utils_db_qmap_item_del(1, &map, &pool, record_of_map_item, NULL, NULL);
+        cl_qpool_put(&pool, pool_item_of(record));
+        break;
+    case 1:
+        utils_db_qmap_item_del(1, &map, &pool, record_of_map_item, pool_item_of, NULL);
+        break;
+    default:
+        utils_db_qmap_del(&map, &pool, record_of_map_item, pool_item_of);
+    }
+}
+
+int main(int argc, char** argv)
+{
+    if (utils_qpool_qmap_init(&pool, &map, 2, 2, 0, sizeof(record_t), "RECORDS") != 0) {
+        return 1;
+    }
+    for (int i = 0; i < 9; i++) {
+        put(i % 3, get(i / 3));
+    }
+    record_t* record = get(0);
+    if (argc > 1) {
+        put(strcmp(argv[1], "library") == 0 ? 1 : 0, record);
+    }
+    record->content[0] = 1;
+    cl_qpool_destroy(&pool);
+    return 0;
+}
