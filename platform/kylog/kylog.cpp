@@ -1,7 +1,9 @@
 // The stand-in for the SDK's logging library.
 #include <kylog/kylog.h>
 
+#include <algorithm>
 #include <cinttypes>
+#include <climits>
 #include <cstdarg>
 #include <cstring>
 #include <pthread.h>
@@ -59,20 +61,29 @@ bool ends_line(const char* text)
     return length != 0 && text[length - 1] == '\n';
 }
 
+/* The characters that snprintf has left in so much room, by what it returns. */
+size_t kept(int length, size_t room)
+{
+    return length < 0 ? 0 : std::min(static_cast<size_t>(length), room - 1);
+}
+
 } // namespace
 
 int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
 {
+    // Processes may share standard error: this much reaches a pipe in one piece.
+    char record[PIPE_BUF];
+    constexpr size_t ROOM = sizeof record - 1; // a newline may follow
+    size_t length =
+        kept(snprintf(record, ROOM, "%-7s %s: ", level_name(severity_mask), module), ROOM);
     va_list arguments;
     va_start(arguments, format);
-    flockfile(stderr);
-    fprintf(stderr, "%-7s %s: ", level_name(severity_mask), module);
-    vfprintf(stderr, format, arguments);
-    if (!ends_line(format)) {
-        fputc('\n', stderr);
-    }
-    funlockfile(stderr);
+    length += kept(vsnprintf(record + length, ROOM - length, format, arguments), ROOM - length);
     va_end(arguments);
+    if (length == 0 || record[length - 1] != '\n') {
+        record[length++] = '\n';
+    }
+    fwrite(record, 1, length, stderr);
     return 0;
 }
 

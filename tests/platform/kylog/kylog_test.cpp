@@ -4,21 +4,35 @@
 #include <kylog/kylog.h>
 
 #include <sstream>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
-TEST(KylogTest, WritesOneLineAMessage)
+TEST(KylogTest, WritesALineAMessageAtOnce)
 {
-    testing::internal::CaptureStderr();
+    int ends[2];
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_DGRAM, 0, ends), 0);
+    const int standard_error = dup(STDERR_FILENO);
+    dup2(ends[0], STDERR_FILENO);
     ky_log(1, "UTILS", "Device ID (%u)\n", 254U);
     ky_log(3, "LAG", "warned\n");
     ky_log(7, "ADVISER", "no newline %s", "here");
     ky_log(2, "X", "\n");
-    EXPECT_EQ(
-        testing::internal::GetCapturedStderr(), "ERROR   UTILS: Device ID (254)\n"
-                                                "WARN    LAG: warned\n"
-                                                "NOTICE  ADVISER: no newline here\n"
-                                                "UNKNOWN X: \n");
+    ky_log(15, "LONG", "%s\n", std::string(5000, 'x').c_str());
+    dup2(standard_error, STDERR_FILENO);
+    const auto written = [&ends] { // by one call
+        char text[8192];
+        return std::string(text, static_cast<size_t>(recv(ends[1], text, sizeof text, 0)));
+    };
+    EXPECT_EQ(written(), "ERROR   UTILS: Device ID (254)\n");
+    EXPECT_EQ(written(), "WARN    LAG: warned\n");
+    EXPECT_EQ(written(), "NOTICE  ADVISER: no newline here\n");
+    EXPECT_EQ(written(), "UNKNOWN X: \n");
+    EXPECT_EQ(written(), "INFO    LONG: " + std::string(4080, 'x') + "\n");
+    for (const int end : {ends[0], ends[1], standard_error}) {
+        close(end);
+    }
 }
 
 TEST(KylogTest, TraceBufferKeepsTheNewestRecordsOfManyThreads)

@@ -14,7 +14,9 @@ extern "C" {
 /** Whether functions trace their entry and exit: non-zero for yes. */
 extern int32_t g_ky_log_module_func_enable;
 
-/** Writes one message to standard error, as a line of its own: level, module, text.
+/** Writes one message to standard error, as a line of its own: level, module, text. A line is written
+ *  at once, so that those of processes that share standard error do not mix; it is cut at PIPE_BUF
+ *  (4,096) bytes.
  *
  *  @param severity_mask  1 error, 3 warning, 7 notice, 15 info, 31 debug
  *  @param module         name of the module that speaks
