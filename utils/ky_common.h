@@ -20,7 +20,7 @@
  *         return status;
  *     }
  *
- * The header is C11 and C++11 or later; it needs GCC 12 or clang 14, or a later one of them. */
+ * The header is C99 and C++11 or later; it needs GCC 12 or clang 14, or a later one of them. */
 #ifndef KY_COMMON_H
 #define KY_COMMON_H
 
@@ -163,10 +163,10 @@ KY_ENUM(ky_access_cmd_t){
 #define KY_LOG_LEVEL_MAX 8U     /**< the highest level with a name; a higher one prints all too */
 
 /** The level, 1 (error) to 5 (debug), from which a module prints statements of a mask. */
-#define KY_LOG_LEVEL(mask) (__builtin_ctz((mask) + 1U) + 0U)
+#define KY_LOG_LEVEL(mask) KY_CAST(uint32_t, __builtin_ctz((mask) + 1U))
 
 /** Seven characters each, as they stand in a record; the last one is for a level without a name. */
-static const char ky_log_level_names[][8] = {
+__attribute__((unused)) static const char ky_log_level_names[][8] = {
     "NONE   ", "ERROR  ", "WARN   ", "NOTICE ", "INFO   ",
     "DEBUG  ", "FUNCS  ", "FRAMES ", "ALL    ", "UNKNOWN",
 };
@@ -194,7 +194,11 @@ static const char ky_log_level_names[][8] = {
 #define KY_LOG(mask, ...) KY_LOG_IN(__func__, mask, __VA_ARGS__)
 
 /** Logs an error and yields the status: `return KY_FAIL(status, format, ...);` */
+#ifdef __cplusplus
 #define KY_FAIL(status, ...) (KY_LOG_ERROR(__VA_ARGS__), (status))
+#else // where a constant of an enumeration is an int
+#define KY_FAIL(status, ...) (KY_LOG_ERROR(__VA_ARGS__), (ky_status_t)(status))
+#endif
 
 /** @} */
 
@@ -236,10 +240,9 @@ static const char ky_log_level_names[][8] = {
 
 #if defined(__cplusplus) && __cplusplus >= 201703L // it deduces a template's argument
 /** Traces entry here, and exit when the enclosing function returns, wherever it does. */
-#define KY_TRACE_FUNCTION()             \
-    KY_TRACE_ENTRY();                   \
-    const ky_trace_scope ky_trace_exit( \
-        __func__, [](const char* ky_traced) { KY_TRACE_IN(ky_traced, "left"); })
+#define KY_TRACE_FUNCTION() \
+    KY_TRACE_ENTRY();       \
+    KY_TRACE_SCOPE(__LINE__)
 #endif
 
 /** @} */
@@ -247,6 +250,12 @@ static const char ky_log_level_names[][8] = {
 /* ---- How the statements are made: for the macros above alone ---- */
 
 /** @cond */
+
+#ifdef __cplusplus
+#define KY_CAST(type, value) static_cast<type>(value)
+#else
+#define KY_CAST(type, value) ((type)(value))
+#endif
 
 #define KY_TRACE_IN(function, verb) (KY_TRACE_WANTED() ? KY_TRACE_RECORD(function, verb) : (void)0)
 
@@ -273,6 +282,12 @@ template <typename Exit> class ky_trace_scope {
 };
 }
 #endif
+
+/* The line in its name keeps it apart from that of a function around this one. */
+#define KY_TRACE_SCOPE(line) KY_TRACE_SCOPE_AT(line)
+#define KY_TRACE_SCOPE_AT(line)                \
+    const ky_trace_scope ky_trace_exit_##line( \
+        __func__, [](const char* ky_traced) { KY_TRACE_IN(ky_traced, "left"); })
 
 /* So that a function that would change its argument does not compile: it would change a copy. */
 #define KY_GIVEN_AWAY(argument) static_cast<decltype(argument)&&>(argument)
@@ -322,16 +337,21 @@ template <typename Exit> class ky_trace_scope {
 /* clang-format on */
 
 /* A message taken apart: its format, and its arguments with a comma in front, or nothing. No
- * standard of C or C++ before C++20 and C23 has a shorter form for "or nothing". */
+ * standard of C or C++ before C++20 and C23 has a shorter form for "or nothing". Ten arguments to
+ * nineteen are told so, by the name of what is not declared. */
 #define KY_LOG_FORMAT(...) KY_LOG_FIRST(__VA_ARGS__, ~)
 #define KY_LOG_FIRST(format, ...) format
-#define KY_LOG_ARGUMENTS(...)                                                                   \
-    KY_LOG_ELEVENTH(__VA_ARGS__, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, NONE, ~) \
+/* clang-format off */
+#define KY_LOG_ARGUMENTS(...)                                                                \
+    KY_LOG_TWENTY_FIRST(__VA_ARGS__, MANY, MANY, MANY, MANY, MANY, MANY, MANY, MANY, MANY, MANY, \
+                        SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, NONE, ~)       \
     (__VA_ARGS__)
-#define KY_LOG_ELEVENTH(_1, _2, _3, _4, _5, _6, _7, _8, _9, _10, which, ...) \
-    KY_LOG_ARGUMENTS_##which
+#define KY_LOG_TWENTY_FIRST(_1, _2, _3, _4, _5, _6, _7, _8, _9, _10, _11, _12, _13, _14, _15, \
+                            _16, _17, _18, _19, _20, which, ...) KY_LOG_ARGUMENTS_##which
+/* clang-format on */
 #define KY_LOG_ARGUMENTS_NONE(format)
 #define KY_LOG_ARGUMENTS_SOME(format, ...) , __VA_ARGS__
+#define KY_LOG_ARGUMENTS_MANY(...) , a_log_statement_takes_nine_arguments_at_most
 
 /** @endcond */
 

@@ -1,4 +1,6 @@
-/* A program of the library's users: it sees the installed headers only, as C and as C++. */
+/* A module of the library's users, in the forms that modules have: it sees the installed headers
+ * only, in any C and, by consumer.cpp, any C++. */
+#include <ky_adviser.h>
 #include <ky_common.h>
 #include <ky_names.h>
 #include <ky_port_type_validate.h>
@@ -12,26 +14,54 @@
 
 static uint32_t consumer_verbosity_level = KY_LOG_LEVEL_MAX;
 
+static uint32_t level_of(uint32_t mask)
+{
+    return KY_LOG_LEVEL(mask);
+}
+
+static ky_status_t check_port(uint32_t port)
+{
+    return is_port_type_valid(159, port)
+               ? KY_STATUS_SUCCESS
+               : KY_FAIL(KY_STATUS_PARAM_ERROR, "port 0x%08X is refused\n", port);
+}
+
 static ky_status_t consume(uint32_t port)
 {
+    ky_status_t status = KY_STATUS_SUCCESS;
     KY_TRACE_ENTRY();
-    ky_status_t status = utils_check_device_id(1);
-    if (status == KY_STATUS_SUCCESS && !is_port_type_valid(159, port)) {
-        status = KY_FAIL(KY_STATUS_PARAM_ERROR, "port 0x%08X is refused\n", port);
-    }
-    KY_LOG_DEBUG("done\n");
+    status = utils_check_device_id(1);
+    if (status == KY_STATUS_SUCCESS)
+        status = check_port(port);
+    else
+        KY_LOG_ERROR("no device\n");
+    KY_LOG_DEBUG("%u%s%u%s%u%s%u%s%u\n", 1U, "a", 2U, "b", 3U, "c", 4U, "d", level_of(31));
     KY_TRACE_EXIT();
     return status;
+}
+
+static int is_indexed(void)
+{
+    cl_map_item_t item;
+    cl_qmap_t map;
+    cl_qmap_init(&map);
+    cl_qmap_insert(&map, 7, &item);
+    return cl_qmap_head(&map) == &item && cl_qmap_next(&item) == cl_qmap_end(&map) &&
+           utils_qmap_is_empty(&map) == KY_STATUS_DB_NOT_EMPTY;
 }
 
 int main(void)
 {
     g_ky_log_module_func_enable = 1;
-    const int good =
-        consume(0x10000001) == KY_STATUS_SUCCESS && consume(0x40000001) == KY_STATUS_PARAM_ERROR &&
-        strcmp(ky_access_cmd_str(KY_ACCESS_CMD_GET_FIRST), "GET FIRST") == 0 &&
-        strcmp(ky_port_type_str(4), "CPU") == 0 &&
-        ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_DELETE_ALL, 0, NULL, NULL, NULL) ==
-            KY_STATUS_SUCCESS;
-    return good ? 0 : 1;
+    return consume(0x10000001) == KY_STATUS_SUCCESS &&
+                   consume(0x40000001) == KY_STATUS_PARAM_ERROR && level_of(7) == 3 &&
+                   is_indexed() &&
+                   strcmp(ky_access_cmd_str(KY_ACCESS_CMD_GET_FIRST), "GET FIRST") == 0 &&
+                   strcmp(ky_port_type_str(4), "CPU") == 0 &&
+                   adviser_process_event(ADVISER_EVENT_PORT_ADDED, NULL) ==
+                       KY_STATUS_DB_NOT_INITIALIZED &&
+                   ky_router_utils_validate_mc_route_set(
+                       KY_ACCESS_CMD_DELETE_ALL, 0, NULL, NULL, NULL) == KY_STATUS_SUCCESS
+               ? 0
+               : 1;
 }

@@ -1,4 +1,4 @@
-// The same program as C++, and names that a consumer might use.
+// The same module as C++, what C++ alone has, and names that a consumer might use.
 extern "C" {
 #include "consumer.c"
 }
@@ -9,6 +9,11 @@ uint32_t consume_again(uint32_t function, uint32_t arguments)
 {
 #if __cplusplus >= 201703L
     KY_TRACE_FUNCTION();
+    const auto within = [] {
+        KY_TRACE_FUNCTION();
+        return KY_FAIL(KY_STATUS_ERROR, "within\n");
+    };
+    within();
 #endif
     return KY_FAIL(function, "%u %u\n", function, arguments);
 }

@@ -1,7 +1,8 @@
 #!/bin/sh
 # consumers_test.sh BUILD SOURCE: installs a build, moves the installation, and builds and runs
-# programs against it: by pkg-config and by find_package, as C and C++, with each compiler; the
-# README's example; and the library itself, on top of an installed platform library.
+# programs against it: by pkg-config and by find_package, as every C and C++, with each compiler, and
+# under AddressSanitizer; the README's example; and the library itself, on top of an installed
+# platform library.
 set -eu
 
 build=$1
@@ -35,7 +36,8 @@ lib=$(libdir "$work/moved" libkriolilglu.so)
 export PKG_CONFIG_PATH="$lib/pkgconfig"
 cflags=$(pkg-config --cflags kriolilglu)
 flags="$cflags $(pkg-config --libs kriolilglu)"
-strict='-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror'
+strict='-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wcast-qual -Wundef
+    -Wformat=2 -Wunused-const-variable -Werror'
 
 # shellcheck disable=SC2086 # a list of words
 version=$(echo KRIOLILGLU_VERSION_MAJOR.KRIOLILGLU_VERSION_MINOR.KRIOLILGLU_VERSION_PATCH |
@@ -46,18 +48,58 @@ if [ "$stated" != "$version libkriolilglu.so.$version" ]; then
     exit 1
 fi
 
-# shellcheck disable=SC2086 # lists of words
-for compiler in 'gcc -std=c11' 'gcc -std=gnu11' 'clang -std=c11' 'clang -std=c17'; do
-    quietly $compiler $strict "$here/consumer.c" $flags -o "$work/program"
-    quietly $compiler $strict $cflags -fsyntax-only "$source/tests/abi/layout_test.c"
-    runs "$compiler" "$work/program" "$lib"
+# The module, and each header alone.
+in_every_standard() { # LANGUAGE "COMPILER..." "STANDARD..." FLAG...
+    language=$1
+    compilers=$2
+    standards=$3
+    shift 3
+    for compiler in $compilers; do
+        for standard in $standards; do
+            # shellcheck disable=SC2086 # lists of words
+            quietly "$compiler" "-std=$standard" $strict "$@" "$here/consumer.$language" $flags \
+                -o "$work/program"
+            runs "$compiler -std=$standard" "$work/program" "$lib"
+            for header in $headers; do
+                echo "#include \"$header\"" > "$work/header.$language"
+                # shellcheck disable=SC2086 # lists of words
+                quietly "$compiler" "-std=$standard" $strict "$@" $cflags -fsyntax-only \
+                    "$work/header.$language"
+            done
+        done
+    done
+}
+headers=$(find "$work/moved" -name '*.h')
+in_every_standard c 'gcc clang' 'c99 c11 gnu11 c17 c2x'
+in_every_standard cpp 'g++ clang++' 'c++11 c++14 c++17 c++20 c++2b' -Wold-style-cast
+for header in $headers; do
+    # shellcheck disable=SC2086 # a list of words
+    echo "#include \"$header\"" | quietly musl-gcc -Wall -Wextra $cflags -fsyntax-only -x c -
 done
-# shellcheck disable=SC2086 # lists of words
-for compiler in 'g++ -std=c++11' 'g++ -std=c++17' 'clang++ -std=c++14' 'clang++ -std=c++20'; do
-    quietly $compiler $strict -Wold-style-cast "$here/consumer.cpp" $flags -o "$work/program"
-    quietly $compiler $strict $cflags -fsyntax-only -x c++ "$source/tests/abi/layout_test.c"
-    runs "$compiler" "$work/program" "$lib"
+# shellcheck disable=SC2086 # a list of words
+quietly g++ $cflags -fsyntax-only -x c++ "$source/tests/abi/layout_test.c"
+
+# AddressSanitizer in the program, then in the library.
+reported() { # PROGRAM WHO
+    if LD_LIBRARY_PATH=$lib "$1" "$2" > /dev/null 2> "$work/report" ||
+        ! grep -q use-after-poison "$work/report"; then
+        echo "$1 is not reported for what the $2 has put back"
+        exit 1
+    fi
+}
+for compiler in gcc clang; do
+    # shellcheck disable=SC2086 # lists of words
+    quietly $compiler $strict -fsanitize=address "$here/pools.c" $flags -o "$work/program"
+    runs "$compiler -fsanitize=address" "$work/program" "$lib"
+    reported "$work/program" program
+    reported "$work/program" library
 done
+quietly cmake -S "$source" -B "$work/sanitized" -DBUILD_TESTING=OFF -DKRIOLILGLU_SANITIZE=address
+quietly cmake --build "$work/sanitized"
+# shellcheck disable=SC2086 # lists of words
+quietly gcc $strict "$here/pools.c" $flags -o "$work/program"
+LD_PRELOAD=$(gcc -print-file-name=libasan.so) \
+    runs "a program on a library with AddressSanitizer" "$work/program" "$work/sanitized"
 
 # shellcheck disable=SC2016 # the backquotes are the README's
 sed -n '/^```c$/,/^```$/p' "$source/README.md" | sed '/^```/d' > "$work/readme.c"

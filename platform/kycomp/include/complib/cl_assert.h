@@ -3,10 +3,13 @@
 #ifndef COMPLIB_CL_ASSERT_H
 #define COMPLIB_CL_ASSERT_H
 
-#include <execinfo.h>
 #include <kylog/kylog.h>
 #include <stdlib.h>
 #include <sys/types.h>
+#if __has_include(<execinfo.h>) // not every libc has it
+#include <execinfo.h>
+#define CL_HAS_BACKTRACE
+#endif
 
 /** The state of an object that has been initialised, and not been destroyed since. */
 #define CL_INITIALIZED 2U
@@ -29,10 +32,14 @@ __attribute__((cold, noinline, unused)) static void
 cl_assert_report(const char* path, int line, const char* function)
 {
     ky_log(1, "TRACE_CBUFF", "ASSERT in %s[%d]- %s\n", path, line, function);
+    ssize_t elements = 0;
+    char** symbols = NULL;
+#ifdef CL_HAS_BACKTRACE
     void* frames[CL_ASSERT_FRAMES];
     const int count = backtrace(frames, CL_ASSERT_FRAMES);
-    char** symbols = backtrace_symbols(frames, count);
-    const ssize_t elements = count;
+    elements = count;
+    symbols = backtrace_symbols(frames, count);
+#endif
     ky_log(1, "TRACE_CBUFF", "ASSERT - Retrieved a list of %zd elements.\n", elements);
     if (symbols != NULL) {
         for (ssize_t i = 0; i < elements; i++) {

@@ -69,7 +69,7 @@ static inline cl_map_item_t* cl_qmap_end(const cl_qmap_t* map)
 #ifdef __cplusplus
     return const_cast<cl_map_item_t*>(&map->end);
 #else
-    return (cl_map_item_t*)&map->end;
+    return (cl_map_item_t*)(uintptr_t)&map->end;
 #endif
 }
 
