@@ -24,14 +24,15 @@ usage() {
     exit 2
 }
 
-# Sees to it that Debian's packages are there; elsewhere their tools are taken to be.
+# Sees to it that Debian's packages are there; elsewhere their tools are taken to be. "ONE|OTHER" is
+# ONE, unless OTHER is there.
 need() {
     command -v dpkg-query > /dev/null || return 0
     missing=
     for package; do
-        case $(dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2> /dev/null) in
-        ii*) ;;
-        *) missing="$missing $package" ;;
+        case $(dpkg-query -W -f='${db:Status-Abbrev}' $(echo "$package" | tr '|' ' ') 2> /dev/null) in
+        *ii*) ;;
+        *) missing="$missing ${package%%|*}" ;;
         esac
     done
     [ -n "$missing" ] || return 0

@@ -413,23 +413,22 @@ TEST_F(AdviserTest, AdvisorsThatLeaveDuringAWalkAreNotCalled)
     };
     // clang-format on
     answers["3(11) "] = KY_STATUS_ERROR;
-    for (const auto& [label, actor, during, action, expected] : cases) {
-        SCOPED_TRACE(label);
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.label);
         adviser_deinit();
         ASSERT_EQ(adviser_init(), GOOD);
         for (size_t i = 0; i < 5; i++) {
             ASSERT_EQ(add(PRE_DELETED, i), GOOD);
         }
         calls.clear();
-        behaviour = [&, actor = actor, during = during,
-                     &act = action](size_t self, adviser_event_t event, void*) {
-            if (self == actor && event == during) {
-                act();
+        behaviour = [&](size_t self, adviser_event_t event, void*) {
+            if (self == row.actor && event == row.during) {
+                row.action();
             }
             return note(self, event);
         };
         process(PRE_DELETED);
-        EXPECT_EQ(calls, expected);
+        EXPECT_EQ(calls, row.calls);
     }
 }
 
