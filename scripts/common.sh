@@ -52,6 +52,34 @@ need() {
         apt-get install -y --no-install-recommends $missing
 }
 
+# Runs hooks of mmdebstrap, one after the other, on a clean Debian that holds the packages given and
+# the sources in /source. What all of it prints is left in build/clean-debian.log.
+in_clean_debian() { # RELEASE CPUS PACKAGES HOOK...
+    release=$1
+    cpus=$2
+    packages=$3
+    shift 3
+    for hook; do
+        set -- "$@" "--customize-hook=$hook"
+        shift
+    done
+    need mmdebstrap
+    [ "$(id -u)" = 0 ] || need uidmap # mmdebstrap does without root then
+    mkdir -p "$root/build"
+    tar -c -C "$root" --exclude=./build --exclude=./.git -f "$root/build/source.tar" .
+    log=$root/build/clean-debian.log
+    # shellcheck disable=SC2016 # $1 is the hook's, the folder of that Debian
+    if ! mmdebstrap --variant=apt --architectures="$cpus" --include="$packages" \
+        --customize-hook='mkdir "$1/source"' \
+        --customize-hook="tar-in $root/build/source.tar /source" \
+        "$@" "$release" /dev/null > "$log" 2>&1 < /dev/null; then
+        cat "$log" >&2
+        say "failed"
+        exit 1
+    fi
+    rm "$root/build/source.tar"
+}
+
 build_packages='g++ cmake ninja-build'
 test_packages="$build_packages libgtest-dev"
 docs_packages='doxygen python3'
