@@ -79,6 +79,17 @@ done
 # shellcheck disable=SC2086 # a list of words
 quietly g++ $cflags -fsyntax-only -x c++ "$source/tests/abi/layout_test.c"
 
+# Too many arguments do not compile, and the compiler says why.
+sed 's/KY_LOG_DEBUG("%u/KY_LOG_DEBUG("%d%u/; s/", 1U,/", 0, 1U,/' "$here/consumer.c" > "$work/ten.c"
+for compiler in 'gcc -x c' 'g++ -x c++' 'clang -x c' 'clang++ -x c++'; do
+    # shellcheck disable=SC2086 # lists of words
+    if $compiler $cflags -fsyntax-only "$work/ten.c" 2> "$work/log" ||
+        ! grep -q a_log_statement_takes_nine_arguments_at_most "$work/log"; then
+        echo "$compiler does not say that ten arguments are too many"
+        exit 1
+    fi
+done
+
 # AddressSanitizer in the program, then in the library.
 reported() { # PROGRAM WHO
     if LD_LIBRARY_PATH=$lib "$1" "$2" > /dev/null 2> "$work/report" ||
