@@ -109,15 +109,14 @@ consteval bool events_are_sound()
     return maps == MAP_COUNT;
 }
 
-static_assert(std::size(events) == 52);
+static_assert(std::size(events) == ADVISER_EVENT_MAX + 1);
 static_assert(events_are_sound());
 
 constexpr adviser_event_t EVENT_MIN = events[1].event;
-constexpr adviser_event_t EVENT_MAX = events[std::size(events) - 1].event;
 
 const char* event_name(adviser_event_t event)
 {
-    return event <= EVENT_MAX ? events[event].name : "UNKNOWN";
+    return event <= ADVISER_EVENT_MAX ? events[event].name : "UNKNOWN";
 }
 
 // ---- The registry ----
@@ -212,7 +211,7 @@ void drop(cl_qmap_t* map, advisor_t* advisor)
 inline ky_status_t __adviser_event_map_get(adviser_event_t event, cl_qmap_t** map_pp)
 {
     KY_TRACE_FUNCTION();
-    if (event < EVENT_MIN || event > EVENT_MAX) {
+    if (event < EVENT_MIN || event > ADVISER_EVENT_MAX) {
         return KY_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "Unsupported event (%d).\n", event);
     }
     *map_pp = &adviser_event_map[events[event].map];
@@ -360,7 +359,7 @@ ky_status_t adviser_deinit(void)
             KY_STATUS_DB_NOT_INITIALIZED, "Can't De-Init adviser (%s).\n",
             ky_status_str(KY_STATUS_DB_NOT_INITIALIZED));
     }
-    for (uint32_t i = EVENT_MIN; i <= EVENT_MAX; i++) {
+    for (uint32_t i = EVENT_MIN; i <= ADVISER_EVENT_MAX; i++) {
         const adviser_event_t event = events[i].event;
         const ky_status_t status = __adviser_event_map_delete_all(event);
         if (status != KY_STATUS_SUCCESS) { // not reached: every one of these events has a map

@@ -90,6 +90,9 @@ KY_ENUM(adviser_event_t){
     ADVISER_EVENT_POST_ECMP_UPDATE = 51,
 };
 
+/** The last event. It rises with each event that a later version adds. */
+#define ADVISER_EVENT_MAX ADVISER_EVENT_POST_ECMP_UPDATE
+
 /** A module's answer to an event.
  *
  *  @param event       the event processed; for a rollback its fail event

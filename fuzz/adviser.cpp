@@ -84,7 +84,7 @@ constexpr auto callbacks = callbacks_of(std::make_index_sequence<8>());
 adviser_event_t any_event()
 {
     return static_cast<adviser_event_t>(run->input.PickValueInArray<uint32_t>(
-        {1, PRE, PRE, PRE_FAILED, 9, 51, 0, 52,
+        {1, PRE, PRE, PRE_FAILED, 9, ADVISER_EVENT_MAX, 0, ADVISER_EVENT_MAX + 1,
          run->input.ConsumeIntegralInRange<uint32_t>(0, 255)}));
 }
 
@@ -133,7 +133,7 @@ ky_status_t expected(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t ca
     if (adds && event == PRE_FAILED) {
         return KY_STATUS_PARAM_ERROR;
     }
-    if (event < 1 || event > 51) {
+    if (event < 1 || event > ADVISER_EVENT_MAX) {
         return KY_STATUS_PARAM_EXCEEDS_RANGE;
     }
     if (!run->is_initialised) {
@@ -181,7 +181,7 @@ void register_for_all_events()
 {
     const size_t who = run->input.ConsumeIntegralInRange<size_t>(0, callbacks.size() - 1);
     const bool has_memory = draw_memory();
-    for (uint32_t event = 1; event <= 51; event++) {
+    for (uint32_t event = 1; event <= ADVISER_EVENT_MAX; event++) {
         change(KY_ACCESS_CMD_ADD, static_cast<adviser_event_t>(event), callbacks[who], has_memory);
     }
 }
@@ -189,7 +189,7 @@ void register_for_all_events()
 void process()
 {
     const adviser_event_t event = any_event();
-    const bool is_event = event >= 1 && event <= 51;
+    const bool is_event = event >= 1 && event <= ADVISER_EVENT_MAX;
     const bool is_initialised = run->is_initialised;
     const auto outer = std::exchange(run->walks, {.event = event});
     const uint32_t acts = run->acts;

@@ -16,6 +16,7 @@ namespace {
 constexpr Module adviser = {"ADVISER", "ky_adviser.cpp"};
 constexpr adviser_event_t PRE_DELETED = ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID;       // 11
 constexpr adviser_event_t PRE_FAILED = ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID; // 12
+constexpr uint32_t BEYOND = ADVISER_EVENT_MAX + 1;
 constexpr ky_access_cmd_t ADD = KY_ACCESS_CMD_ADD;
 constexpr ky_access_cmd_t DELETE = KY_ACCESS_CMD_DELETE;
 const std::string lookup = "__adviser_event_map_get";
@@ -135,7 +136,7 @@ TEST_F(AdviserTest, RegistrationStatusesAndMessages)
         ky_status_t status;
         uint32_t mask;
         std::string function;
-        const char* text;
+        std::string text;
     } cases[] = {
         {ADD, 1, a, PRESENT, 7, adding,
          "Can't add advisor to 'PORT-ADDED' adviser (Entry Already Exists).\n"},
@@ -147,11 +148,11 @@ TEST_F(AdviserTest, RegistrationStatusesAndMessages)
         {ADD, 12, a, BAD, 1, adding, "SDK flow error - should not register to pre fail event "
          "'PRE-FAILED-PORT-DELETED-FROM-SWID'.\n"},
         {ADD, 0, a, RANGE, 1, lookup, "Unsupported event (0).\n"},
-        {ADD, 52, a, RANGE, 1, lookup, "Unsupported event (52).\n"},
+        {ADD, BEYOND, a, RANGE, 1, lookup, "Unsupported event (" + std::to_string(BEYOND) + ").\n"},
         {DELETE, ~0U, a, RANGE, 1, lookup, "Unsupported event (-1).\n"},
         {DELETE, 3, a, MISSING, 1, removing,
          "Can't delete advisor from 'SWID-ADDED' adviser (Entry Not Found).\n"},
-        {DELETE, 51, nullptr, MISSING, 1, removing,
+        {DELETE, ADVISER_EVENT_MAX, nullptr, MISSING, 1, removing,
          "Can't delete advisor from 'POST_ECMP_UPDATE' adviser (Entry Not Found).\n"},
         {DELETE, 12, a, GOOD, 0, "", ""},
         {DELETE, 11, a, MISSING, 1, removing,
@@ -169,7 +170,7 @@ TEST_F(AdviserTest, RegistrationStatusesAndMessages)
         const auto call = [c = cmd, e = event_of(event), cb = callback] {
             return adviser_register_event(c, e, cb);
         };
-        expect_failure(text, call, status, adviser.said(mask, function, text));
+        expect_failure(text.c_str(), call, status, adviser.said(mask, function, text));
     }
     expect_failure(
         CALL(adviser_init()), KY_STATUS_DB_ALREADY_INITIALIZED,
@@ -263,7 +264,8 @@ TEST_F(AdviserTest, CallbacksRunInOrderUntilOneFails)
         {12, {{"1(12) ", ERROR}}, ERROR, "0(12) 1(12) ",
          failed("PRE-FAILED-PORT-DELETED-FROM-SWID")},
         {0, {}, RANGE, "", adviser.said(1, lookup, "Unsupported event (0).\n")},
-        {52, {}, RANGE, "", adviser.said(1, lookup, "Unsupported event (52).\n")},
+        {BEYOND, {}, RANGE, "",
+         adviser.said(1, lookup, "Unsupported event (" + std::to_string(BEYOND) + ").\n")},
     };
     // clang-format on
     for (void* data : {static_cast<void*>(this), static_cast<void*>(nullptr)}) {
@@ -321,7 +323,8 @@ TEST_F(AdviserTest, EveryFunctionTraces)
 
     EXPECT_EQ(adviser_deinit(), GOOD);
     const Records all = take_records();
-    EXPECT_EQ(all.size(), 2U * (2 + 51 * 6 + 1)); // traces; six for each event; the notice
+    // Traces; six for each event; the notice.
+    EXPECT_EQ(all.size(), 2U * (2 + ADVISER_EVENT_MAX * 6 + 1));
     const std::string deleted =
         "log 15 ADVISER: Deleted 'PRE-FAILED-PORT-DELETED-FROM-SWID' adviser Successfully.\n";
     EXPECT_EQ(std::count(all.begin(), all.end(), deleted), 1);
@@ -333,7 +336,7 @@ TEST_F(AdviserTest, EveryFunctionTraces)
 TEST_F(AdviserTest, EveryEventHasItsNameItsMapAndItsClass)
 {
     Fingerprint fingerprint; // of what is said of every event, when it fails and at the end
-    for (uint32_t event = 1; event <= 51; event++) {
+    for (uint32_t event = 1; event <= ADVISER_EVENT_MAX; event++) {
         if (event != 12) {
             ASSERT_EQ(add(event, 0), GOOD);
             ASSERT_EQ(add(event, 1), GOOD);
@@ -373,9 +376,9 @@ TEST_F(AdviserTest, WithoutARegistryCallsAreRefusedAfterTheirOtherChecks)
     // clang-format on
     EXPECT_EQ(adviser_register_event(ADD, event_of(1), nullptr), NIL);
     EXPECT_EQ(add(12, 0), BAD);
-    EXPECT_EQ(add(52, 0), RANGE);
+    EXPECT_EQ(add(BEYOND, 0), RANGE);
     EXPECT_EQ(remove(0, 0), RANGE);
-    EXPECT_EQ(process(52), RANGE);
+    EXPECT_EQ(process(BEYOND), RANGE);
     EXPECT_EQ(adviser_init(), GOOD);
     EXPECT_EQ(process(1), GOOD);
     EXPECT_EQ(calls, "");
