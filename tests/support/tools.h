@@ -11,9 +11,14 @@
 #include <thread>
 #include <vector>
 
-/* Random numbers; a failure meanwhile prints their seed. */
+/* Random numbers. Their seed is printed at the start, and --gtest_random_seed gives it back. */
 class Random {
   public:
+    Random()
+    {
+        printf("--gtest_random_seed=%u\n", seed_);
+        fflush(stdout); // whatever happens next
+    }
     uint64_t any()
     {
         return engine_();
@@ -24,8 +29,8 @@ class Random {
     }
 
   private:
-    const uint64_t seed_ = std::random_device()();
-    const testing::ScopedTrace trace_{__FILE__, __LINE__, "seed " + std::to_string(seed_)};
+    const uint32_t given_ = static_cast<uint32_t>(GTEST_FLAG_GET(random_seed));
+    const uint32_t seed_ = given_ != 0 ? given_ : std::random_device()() % 99999 + 1;
     std::mt19937_64 engine_{seed_};
 };
 
