@@ -108,6 +108,15 @@ FIELD(port_type_validation_entry_t, func_name, 0, sizeof(char*));
 FIELD(port_type_validation_entry_t, allowed_port_types, sizeof(char*), 1);
 FIELD(cl_spinlock_t, state, sizeof(pthread_mutex_t), 4);
 
+/* The version as one number, if its parts were others. */
+#undef KRIOLILGLU_VERSION_MAJOR
+#undef KRIOLILGLU_VERSION_MINOR
+#undef KRIOLILGLU_VERSION_PATCH
+#define KRIOLILGLU_VERSION_MAJOR 2
+#define KRIOLILGLU_VERSION_MINOR 3
+#define KRIOLILGLU_VERSION_PATCH 4
+VALUE(KRIOLILGLU_VERSION, 20304);
+
 /* Enumerations are unsigned and 32 bits wide. */
 SIZE(ky_status_t, 4); SIZE(ky_access_cmd_t, 4); SIZE(adviser_event_t, 4);
 SIZE(ky_ip_version_t, 4);

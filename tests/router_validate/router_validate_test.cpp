@@ -200,8 +200,8 @@ TEST_F(RouterValidateTest, OtherCallsReportTheFirstFault)
     const Faults bad_id = {{SPOIL(r.id = ~0U), BAD, "Invalid RPF group ID 4294967295 given\n"}};
     const Faults bad_vifs = {
         {SPOIL(r.vifs.clear()), BAD, "RPF RIF count 0 isn't allowed for CREATE/SET\n"},
-        {SPOIL(r.vifs = {{3, 0}, {0, 0}, {4, 0}, {5, 0}}), BAD,
-         "Invalid VIF type VXLAN given for VIF index 2\n", "__validate_vif_types"},
+        {SPOIL(r.vifs.assign(70000, {3, 0}); r.vifs.push_back({4, 0}); r.vifs.push_back({5, 0})),
+         BAD, "Invalid VIF type VXLAN given for VIF index 70000\n", "__validate_vif_types"},
     };
     const struct {
         const char* name;

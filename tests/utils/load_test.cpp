@@ -6,8 +6,6 @@
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
 
-#include <cstring>
-
 static_assert(KY_LOG_LEVEL_DEFAULT == 3);
 
 TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
@@ -22,8 +20,9 @@ TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
     EXPECT_EQ(value, KY_LOG_LEVEL_DEFAULT);
     EXPECT_SILENCE();
     // The lock is a mutex at rest and the mark of an initialised object.
-    const pthread_mutex_t at_rest = PTHREAD_MUTEX_INITIALIZER;
-    EXPECT_EQ(memcmp(&utils_mem_type_count_lock.mutex, &at_rest, sizeof at_rest), 0);
+    const std::string mutex(
+        reinterpret_cast<const char*>(&utils_mem_type_count_lock), sizeof(pthread_mutex_t));
+    EXPECT_EQ(mutex, std::string(sizeof(pthread_mutex_t), '\0'));
     EXPECT_EQ(utils_mem_type_count_lock.state, 2U);
 
     EXPECT_EQ(utils_check_mc_id(0), KY_STATUS_PARAM_EXCEEDS_RANGE);

@@ -69,6 +69,7 @@ static inline cl_map_item_t* cl_qmap_end(const cl_qmap_t* map)
 #ifdef __cplusplus
     return const_cast<cl_map_item_t*>(&map->end);
 #else
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): C has no other cast from const that draws no warning
     return (cl_map_item_t*)(uintptr_t)&map->end;
 #endif
 }
