@@ -6,11 +6,13 @@ include(CheckCompilerFlag)
 include(CheckLinkerFlag)
 
 function(compile_with target) # FLAG...
-  set(CMAKE_REQUIRED_FLAGS -Werror) # clang only warns of a flag that it makes no use of
+  # clang only warns of a flag that it makes no use of; what a user's own flags draw is not asked.
+  set(CMAKE_REQUIRED_FLAGS -Werror)
+  set(CMAKE_CXX_FLAGS "")
   foreach(flag IN LISTS ARGN)
-    string(REGEX REPLACE "=.*/.*" "" name ${flag}) # a path is any path
-    string(MAKE_C_IDENTIFIER "KRIOLILGLU_COMPILES_WITH_${name}" is_known)
-    check_compiler_flag(CXX ${flag} ${is_known})
+    string(REGEX REPLACE "=.*/.*" "=from=to" probe "${flag}") # a path is any path
+    string(MAKE_C_IDENTIFIER "KRIOLILGLU_COMPILES_WITH_${probe}" is_known)
+    check_compiler_flag(CXX ${probe} ${is_known})
     if(${is_known})
       target_compile_options(${target} INTERFACE ${flag})
     endif()
@@ -31,7 +33,7 @@ add_library(kriolilglu_flags INTERFACE)
 compile_with(kriolilglu_flags
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2
   # The same bytes wherever the tree lies.
-  -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=.)
+  "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=.")
 
 add_library(kriolilglu_library_flags INTERFACE)
 target_link_libraries(kriolilglu_library_flags INTERFACE kriolilglu_flags)

@@ -4,6 +4,9 @@
 #
 # or s390x, or i686, or whatever else g++-CPU-linux-gnu and qemu-user know.
 
+if(NOT CMAKE_SYSTEM_PROCESSOR)
+  message(FATAL_ERROR "-DCMAKE_SYSTEM_PROCESSOR=CPU says which CPU to build for: aarch64, s390x, i686")
+endif()
 set(CMAKE_SYSTEM_NAME Linux)
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES CMAKE_SYSTEM_PROCESSOR)
 

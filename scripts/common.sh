@@ -1,4 +1,4 @@
-# shellcheck shell=sh disable=SC2154,SC2086 # the variables of the caller; lists of words
+# shellcheck shell=sh disable=SC2154,SC2086,SC2046 # the variables of the caller; lists of words
 # Sourced by the other scripts. $root is the tree, $self the name that a script speaks under.
 
 say() {
@@ -68,16 +68,18 @@ in_clean_debian() { # RELEASE CPUS PACKAGES HOOK...
     mkdir -p "$root/build"
     tar -c -C "$root" --exclude=./build --exclude=./.git -f "$root/build/source.tar" .
     log=$root/build/clean-debian.log
+    status=0
     # shellcheck disable=SC2016 # $1 is the hook's, the folder of that Debian
-    if ! mmdebstrap --variant=apt --architectures="$cpus" --include="$packages" \
+    mmdebstrap --variant=apt --architectures="$cpus" --include="$packages" \
         --customize-hook='mkdir "$1/source"' \
-        --customize-hook="tar-in $root/build/source.tar /source" \
-        "$@" "$release" /dev/null > "$log" 2>&1 < /dev/null; then
+        --customize-hook="tar-in '$root/build/source.tar' /source" \
+        "$@" "$release" /dev/null > "$log" 2>&1 < /dev/null || status=$?
+    rm "$root/build/source.tar"
+    if [ "$status" != 0 ]; then
         cat "$log" >&2
         say "failed"
         exit 1
     fi
-    rm "$root/build/source.tar"
 }
 
 build_packages='g++ cmake ninja-build'

@@ -162,7 +162,8 @@ KY_ENUM(ky_access_cmd_t){
 #define KY_LOG_LEVEL_DEFAULT 3U /**< errors, warnings and notices */
 #define KY_LOG_LEVEL_MAX 8U     /**< the highest level with a name; a higher one prints all too */
 
-/** The level, 1 (error) to 5 (debug), from which a module prints statements of a mask. */
+/** The level, 1 (error) to 5 (debug), from which a module prints statements of a mask, which is
+ *  unsigned. */
 #define KY_LOG_LEVEL(mask) KY_CAST(uint32_t, __builtin_ctz((mask) + 1U))
 
 /** Seven characters each, as they stand in a record; the last one is for a level without a name. */
@@ -193,7 +194,7 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 /** A statement of a severity mask, which must be a constant. */
 #define KY_LOG(mask, ...) KY_LOG_IN(__func__, mask, __VA_ARGS__)
 
-/** Logs an error and yields the status: `return KY_FAIL(status, format, ...);` */
+/** Logs an error and yields the status, a `ky_status_t`: `return KY_FAIL(status, format, ...);` */
 #ifdef __cplusplus
 #define KY_FAIL(status, ...) (KY_LOG_ERROR(__VA_ARGS__), (status))
 #else // where a constant of an enumeration is an int
@@ -337,8 +338,8 @@ template <typename Exit> class ky_trace_scope {
 /* clang-format on */
 
 /* A message taken apart: its format, and its arguments with a comma in front, or nothing. No
- * standard of C or C++ before C++20 and C23 has a shorter form for "or nothing". Ten arguments to
- * nineteen are told so, by the name of what is not declared. */
+ * standard of C or C++ before C++20 and C23 has a shorter form for "or nothing". With ten to
+ * nineteen arguments the compiler names an identifier that is not declared, and that says so. */
 #define KY_LOG_FORMAT(...) KY_LOG_FIRST(__VA_ARGS__, ~)
 #define KY_LOG_FIRST(format, ...) format
 /* clang-format off */

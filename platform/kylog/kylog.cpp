@@ -73,12 +73,14 @@ int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
 {
     // Processes may share standard error: this much reaches a pipe in one piece.
     char record[PIPE_BUF];
-    constexpr size_t ROOM = sizeof record - 1; // a newline may follow
-    size_t length =
-        kept(snprintf(record, ROOM, "%-7s %s: ", level_name(severity_mask), module), ROOM);
+    size_t length = kept(
+        snprintf(record, sizeof record, "%-7s %s: ", level_name(severity_mask), module),
+        sizeof record);
     va_list arguments;
     va_start(arguments, format);
-    length += kept(vsnprintf(record + length, ROOM - length, format, arguments), ROOM - length);
+    length += kept(
+        vsnprintf(record + length, sizeof record - length, format, arguments),
+        sizeof record - length);
     va_end(arguments);
     if (length == 0 || record[length - 1] != '\n') {
         record[length++] = '\n';

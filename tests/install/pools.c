@@ -1,6 +1,7 @@
-/* pools.c [WHO]: a program that takes records from a pool and gives them back, itself and through the
- * library, in every combination. WHO, "program" or "library", then gives one back that is still
- * written to, which AddressSanitizer must report. */
+/* pools.c [FAULT]: a program that takes records from a pool and gives them back, itself and through the
+ * library, in every combination. FAULT is what AddressSanitizer must report: a record is written to
+ * that the "program" or the "library" has put back, or that has "never" been handed out; or a record
+ * is put back "twice". */
 #include <ky_utils.h>
 
 #include <string.h>
@@ -80,12 +81,21 @@ int main(int argc, char** argv)
     if (utils_qpool_qmap_init(&pool, &map, 2, 2, 0, sizeof(record_t), "RECORDS") != 0) {
         return 1;
     }
+    const char* fault = argc > 1 ? argv[1] : "";
+    record_t* record = get(0); // the first of two
+    if (strcmp(fault, "never") == 0) {
+        record[1].content[0] = 1;
+    }
+    put(0, record);
+    if (strcmp(fault, "twice") == 0) {
+        cl_qpool_put(&pool, pool_item_of(record));
+    }
     for (int i = 0; i < 9; i++) {
         put(i % 3, get(i / 3));
     }
-    record_t* record = get(0);
-    if (argc > 1) {
-        put(strcmp(argv[1], "library") == 0 ? 1 : 0, record);
+    record = get(0);
+    if (fault[0] != '\0') {
+        put(strcmp(fault, "library") == 0 ? 1 : 0, record);
     }
     record->content[0] = 1;
     cl_qpool_destroy(&pool);
