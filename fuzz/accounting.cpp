@@ -3,7 +3,9 @@
 #include "allocation.h"
 #include "fuzz.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -27,11 +29,11 @@ class Accounts {
     void take()
     {
         const uint32_t type = any_type();
-        const bool is_array = input_.ConsumeBool();
+        const bool is_array = input_.once_in(2);
         const uint32_t count = is_array ? any_size() : 1;
         const uint32_t size = any_size();
         const uint64_t bytes = uint64_t{count} * size;
-        const bool has_memory = bytes < 100000 && input_.ConsumeIntegralInRange(0, 15) != 0;
+        const bool has_memory = bytes < 100000 && !input_.once_in(16);
         void* const before = this;
         void* block = before;
         fail_allocations_after(has_memory ? -1 : 0);
@@ -52,7 +54,7 @@ class Accounts {
             REQUIRE(!is_array || std::all_of(octets, octets + bytes, [](uint8_t octet) {
                 return octet == 0;
             }));
-            memset(block, 0xA5, bytes);
+            memset(block, 0xA5, static_cast<size_t>(bytes));
             held_[type] += bytes;
             blocks_.push_back({block, static_cast<uint32_t>(bytes), type});
         }
@@ -65,7 +67,7 @@ class Accounts {
         }
         std::swap(blocks_[any_block()], blocks_.back());
         const Block block = blocks_.back();
-        const uint32_t type = input_.ConsumeBool() ? block.type : any_type();
+        const uint32_t type = input_.once_in(2) ? block.type : any_type();
         const bool is_type = type >= 1 && type < TYPES;
         const bool is_held = is_type && block.size <= held_[type];
         REQUIRE(
@@ -115,20 +117,19 @@ class Accounts {
   private:
     uint32_t any_type()
     {
-        return input_.PickValueInArray<uint32_t>(
-            {1, 2, 3, 16, 17, 0, 18, input_.ConsumeIntegral<uint32_t>()});
+        return input_.one_of({1U, 2U, 3U, 16U, 17U, 0U, 18U, input_.any<uint32_t>()});
     }
 
     size_t any_block()
     {
-        return input_.ConsumeIntegralInRange<size_t>(0, blocks_.size() - 1);
+        return input_.below(blocks_.size());
     }
 
     uint32_t any_size()
     {
-        return input_.PickValueInArray<uint32_t>(
-            {0, 1, 3, 100, 65535, 65536, 65537, 0xFFFFFFFF, input_.ConsumeIntegral<uint8_t>(),
-             input_.ConsumeIntegral<uint32_t>()});
+        return input_.one_of(
+            {0U, 1U, 3U, 100U, 65535U, 65536U, 65537U, ~0U, input_.any<uint32_t>() % 256,
+             input_.any<uint32_t>()});
     }
 
     Input& input_;
@@ -149,12 +150,11 @@ void dbg_utils_print_table_data_line(FILE*, const dbg_utils_column_t* columns)
         *static_cast<const uint64_t*>(columns[2].value);
 }
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void run(Input& input)
 {
-    Input input(data, size);
     Accounts accounts(input);
-    while (input.remaining_bytes() > 0) {
-        switch (input.ConsumeIntegralInRange(0, 7)) {
+    while (!input.is_spent()) {
+        switch (input.below(8)) {
         case 0:
             accounts.misuse();
             break;
@@ -172,5 +172,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         }
     }
     accounts.settle();
-    return 0;
 }

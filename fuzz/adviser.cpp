@@ -1,12 +1,14 @@
 // The adviser as a state machine: its functions in any order, from outside and from callbacks, with
-// and without memory, beside a model of who is registered.
+// and without memory, beside a model of who is registered, who is called, and who is rolled back.
 #include "allocation.h"
 #include "fuzz.h"
 
 #include <ky_adviser.h>
 
+#include <algorithm>
 #include <array>
-#include <set>
+#include <functional>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -14,211 +16,232 @@ namespace {
 constexpr ky_status_t GOOD = KY_STATUS_SUCCESS;
 constexpr adviser_event_t PRE = ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID;
 constexpr adviser_event_t PRE_FAILED = ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID;
-constexpr size_t REGISTRATIONS_MAX = 255;
+constexpr uint32_t REGISTRATIONS_MAX = 255;
 constexpr uint32_t DEPTH_MAX = 3; // of callbacks that process events
 
-void act();
+/* Callbacks by their places in the order of addresses: bit 0 stands for the lowest. */
+using Set = uint32_t;
+constexpr uint32_t CALLBACKS = 8;
+constexpr uint32_t NOBODY = CALLBACKS;
 
-/* One input's run. */
-struct Run {
-    Input& input;
-    uint32_t verbosity;
-    bool is_initialised = false;
-    std::set<std::pair<uint32_t, adviser_cb_t>> registered = {}; // by event; fail events by theirs
-    uint32_t depth = 0;
-    uint32_t acts = 0;
-    struct Walks { // of the innermost call to process an event
-        adviser_event_t event = ADVISER_EVENT_NONE;
-        uint32_t heard = 0;            // callbacks called for it
-        uint32_t rolled_back = 0;      // and with its fail event
-        uint32_t refused = 0;          // of these, those that failed
-        adviser_cb_t called = nullptr; // last for the event
-        ky_status_t answer = GOOD;     // and what it has answered
-    } walks = {};
+Set from(uint32_t place) // on
+{
+    return ~0U << place;
+}
+
+/* A walk under way: of an event, and then of its rollback. */
+struct Walk {
+    adviser_event_t event;
+    Walk* outer;
+    adviser_event_t told = event; // what callbacks are called with
+    uint32_t next = 0;            // the lowest place that may be called
+    Set late = 0;                 // registered since it began: they may be called, or not
+    uint32_t refused = NOBODY;    // who has failed
+    ky_status_t answer = GOOD;    // and with what
 };
 
-Run* run;
+struct Model {
+    Input& input;
+    bool is_heard; // errors are
+    bool is_initialised = false;
+    std::array<Set, ADVISER_EVENT_MAX + 1> registered = {}; // by event; a fail event's by its own
+    uint32_t registrations = 0;                             // of all events
+    Walk* walk = nullptr;                                   // the innermost one
+    uint32_t depth = 0;
+    uint32_t errors = 0; // that must have been logged
+};
+
+Model* model;
+
+void act();
 
 uint32_t list_of(uint32_t event)
 {
     return event == PRE_FAILED ? PRE : event;
 }
 
-uint32_t registrations_for(uint32_t event)
+bool is_event(uint32_t event)
 {
-    return static_cast<uint32_t>(std::ranges::count_if(
-        run->registered, [event](const auto& each) { return each.first == list_of(event); }));
+    return event >= 1 && event <= ADVISER_EVENT_MAX;
 }
 
-template <size_t Number> ky_status_t callback(adviser_event_t event, void* event_data)
+/* Nobody who was there all along, from the walk's next place up to another, has been left out. */
+void require_none_left_out(const Walk& walk, uint32_t end)
 {
-    REQUIRE(event_data == run);
-    REQUIRE(run->is_initialised);
-    REQUIRE(run->registered.contains({list_of(event), callback<Number>}));
-    if (run->depth < DEPTH_MAX && run->input.ConsumeBool()) {
+    const Set there = model->registered[list_of(walk.event)] & ~walk.late;
+    REQUIRE((there & from(walk.next) & ~from(end)) == 0);
+}
+
+ky_status_t call(uint32_t place, adviser_event_t event, const void* event_data)
+{
+    REQUIRE(event_data == model && model->is_initialised && model->walk != nullptr);
+    Walk& walk = *model->walk;
+    REQUIRE(event == walk.told);
+    REQUIRE((model->registered[list_of(event)] >> place & 1) == 1);
+    REQUIRE(place >= walk.next && place != walk.refused);
+    require_none_left_out(walk, place);
+    walk.next = place + 1;
+    if (model->depth < DEPTH_MAX && model->input.once_in(2)) {
         act();
     }
-    const ky_status_t status = run->input.PickValueInArray<ky_status_t>(
-        {GOOD, GOOD, GOOD, KY_STATUS_ERROR, KY_STATUS_RESOURCE_IN_USE});
-    Run::Walks& walks = run->walks;
-    if (event == walks.event) {
-        REQUIRE(std::less<>()(walks.called, callback<Number>)); // in the order of addresses
-        walks.heard++;
-        walks.called = callback<Number>;
-        walks.answer = status;
-    } else { // a rollback
-        REQUIRE(walks.answer != GOOD && callback<Number> != walks.called);
-        walks.rolled_back++;
-        walks.refused += status != GOOD;
+    const ky_status_t status =
+        model->input.one_of({GOOD, GOOD, GOOD, KY_STATUS_ERROR, KY_STATUS_RESOURCE_IN_USE});
+    if (status != GOOD && walk.refused == NOBODY) {
+        walk = {walk.event, walk.outer, PRE_FAILED, 0, 0, place, status}; // it begins anew
+    } else if (status != GOOD) {
+        model->errors++; // and the rollback goes on
     }
     return status;
 }
 
-template <size_t... Numbers> constexpr auto callbacks_of(std::index_sequence<Numbers...>)
+template <size_t> ky_status_t callback(adviser_event_t event, void* event_data);
+
+template <size_t... Numbers> auto sorted_callbacks(std::index_sequence<Numbers...>)
 {
-    return std::array<adviser_cb_t, sizeof...(Numbers)>{callback<Numbers>...};
+    std::array<adviser_cb_t, sizeof...(Numbers)> all = {callback<Numbers>...};
+    std::sort(all.begin(), all.end(), std::less<>());
+    return all;
 }
 
-constexpr auto callbacks = callbacks_of(std::make_index_sequence<8>());
+const auto callbacks = sorted_callbacks(std::make_index_sequence<CALLBACKS>());
+
+template <size_t Number> ky_status_t callback(adviser_event_t event, void* event_data)
+{
+    static const auto place =
+        std::find(callbacks.begin(), callbacks.end(), callback<Number>) - callbacks.begin();
+    return call(static_cast<uint32_t>(place), event, event_data);
+}
 
 adviser_event_t any_event()
 {
-    return static_cast<adviser_event_t>(run->input.PickValueInArray<uint32_t>(
+    return static_cast<adviser_event_t>(model->input.one_of<uint32_t>(
         {1, PRE, PRE, PRE_FAILED, 9, ADVISER_EVENT_MAX, 0, ADVISER_EVENT_MAX + 1,
-         run->input.ConsumeIntegralInRange<uint32_t>(0, 255)}));
-}
-
-bool draw_memory()
-{
-    return run->input.ConsumeIntegralInRange(0, 7) != 0;
+         model->input.any<uint8_t>()}));
 }
 
 void init()
 {
-    const bool has_memory = draw_memory();
-    fail_allocations_after(has_memory ? -1 : run->input.ConsumeIntegralInRange(0, 1));
+    const bool has_memory = !model->input.once_in(8);
+    fail_allocations_after(has_memory ? -1 : static_cast<long>(model->input.below(2)));
     const ky_status_t status = adviser_init();
     fail_allocations_after(-1);
-    if (run->is_initialised) {
+    if (model->is_initialised) {
         REQUIRE(status == KY_STATUS_DB_ALREADY_INITIALIZED);
-    } else {
-        REQUIRE(status == GOOD || (status == KY_STATUS_NO_MEMORY && !has_memory));
-        REQUIRE(status == GOOD || live_blocks() == 0);
+        model->errors++;
+        return;
     }
-    REQUIRE(take_errors() == (run->is_initialised && run->verbosity > 0));
-    run->is_initialised = run->is_initialised || status == GOOD;
+    REQUIRE(status == GOOD || (status == KY_STATUS_NO_MEMORY && !has_memory && live_blocks() == 0));
+    model->is_initialised = status == GOOD;
 }
 
 void deinit()
 {
     const ky_status_t status = adviser_deinit();
-    REQUIRE(status == (run->is_initialised ? GOOD : KY_STATUS_DB_NOT_INITIALIZED));
-    REQUIRE(take_errors() == (!run->is_initialised && run->verbosity > 0));
-    run->is_initialised = false;
-    run->registered.clear();
+    REQUIRE(status == (model->is_initialised ? GOOD : KY_STATUS_DB_NOT_INITIALIZED));
+    model->errors += status != GOOD;
+    model->is_initialised = false;
+    model->registered = {};
+    model->registrations = 0;
     REQUIRE(live_blocks() == 0);
 }
 
 /* What registering, or deregistering, must answer if there is memory. */
-ky_status_t expected(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t callback)
+ky_status_t expected(ky_access_cmd_t cmd, adviser_event_t event, uint32_t place)
 {
     const bool adds = cmd == KY_ACCESS_CMD_ADD;
-    const bool is_there = run->registered.contains({list_of(event), callback});
     if (!adds && cmd != KY_ACCESS_CMD_DELETE) {
         return KY_STATUS_CMD_UNSUPPORTED;
     }
-    if (adds && callback == nullptr) {
+    if (adds && place == NOBODY) {
         return KY_STATUS_PARAM_NULL;
     }
     if (adds && event == PRE_FAILED) {
         return KY_STATUS_PARAM_ERROR;
     }
-    if (event < 1 || event > ADVISER_EVENT_MAX) {
+    if (!is_event(event)) {
         return KY_STATUS_PARAM_EXCEEDS_RANGE;
     }
-    if (!run->is_initialised) {
+    if (!model->is_initialised) {
         return KY_STATUS_DB_NOT_INITIALIZED;
     }
-    if (adds && is_there) {
-        return KY_STATUS_ENTRY_ALREADY_EXISTS;
+    const bool is_there = (model->registered[list_of(event)] >> place & 1) == 1;
+    if (!adds || is_there) {
+        return !is_there ? KY_STATUS_ENTRY_NOT_FOUND : adds ? KY_STATUS_ENTRY_ALREADY_EXISTS : GOOD;
     }
-    if (adds && run->registered.size() == REGISTRATIONS_MAX) {
-        return KY_STATUS_NO_RESOURCES;
-    }
-    return adds || is_there ? GOOD : KY_STATUS_ENTRY_NOT_FOUND;
+    return model->registrations == REGISTRATIONS_MAX ? KY_STATUS_NO_RESOURCES : GOOD;
 }
 
-void change(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t callback, bool has_memory)
+void change(ky_access_cmd_t cmd, adviser_event_t event, uint32_t place, bool has_memory)
 {
-    const ky_status_t promised = expected(cmd, event, callback);
+    const ky_status_t promised = expected(cmd, event, place);
     fail_allocations_after(has_memory ? -1 : 0);
-    const ky_status_t status = adviser_register_event(cmd, event, callback);
+    const ky_status_t status =
+        adviser_register_event(cmd, event, place == NOBODY ? nullptr : callbacks[place]);
     fail_allocations_after(-1);
-    REQUIRE(
-        status == promised || (promised == GOOD && cmd == KY_ACCESS_CMD_ADD && !has_memory &&
-                               status == KY_STATUS_NO_RESOURCES));
-    const bool is_error = status != GOOD && status != KY_STATUS_ENTRY_ALREADY_EXISTS;
-    REQUIRE(take_errors() == (is_error && run->verbosity > 0));
-    if (status == GOOD && cmd == KY_ACCESS_CMD_ADD) {
-        run->registered.insert({list_of(event), callback});
-    } else if (status == GOOD) {
-        run->registered.erase({list_of(event), callback});
+    const bool lacks_memory = promised == GOOD && cmd == KY_ACCESS_CMD_ADD && !has_memory;
+    REQUIRE(status == promised || (lacks_memory && status == KY_STATUS_NO_RESOURCES));
+    model->errors += status != GOOD && status != KY_STATUS_ENTRY_ALREADY_EXISTS;
+    if (status != GOOD) {
+        return;
+    }
+    const uint32_t list = list_of(event);
+    model->registered[list] ^= 1U << place;
+    model->registrations += cmd == KY_ACCESS_CMD_ADD ? 1 : ~0U;
+    for (Walk* walk = model->walk; walk != nullptr; walk = walk->outer) {
+        if (list_of(walk->event) == list) {
+            walk->late |= 1U << place;
+        }
     }
 }
 
 void register_or_deregister()
 {
-    const auto cmd = run->input.PickValueInArray<ky_access_cmd_t>(
+    const auto cmd = model->input.one_of(
         {KY_ACCESS_CMD_ADD, KY_ACCESS_CMD_ADD, KY_ACCESS_CMD_DELETE, KY_ACCESS_CMD_DELETE,
          KY_ACCESS_CMD_SET});
-    const size_t who = run->input.ConsumeIntegralInRange<size_t>(0, callbacks.size());
+    const uint32_t place = model->input.below(CALLBACKS + 1);
     const adviser_event_t event = any_event();
-    change(cmd, event, who < callbacks.size() ? callbacks[who] : nullptr, draw_memory());
+    change(cmd, event, place, !model->input.once_in(8));
 }
 
 /* So that the pool grows, and ends. */
 void register_for_all_events()
 {
-    const size_t who = run->input.ConsumeIntegralInRange<size_t>(0, callbacks.size() - 1);
-    const bool has_memory = draw_memory();
+    const uint32_t place = model->input.below(CALLBACKS);
+    const bool has_memory = !model->input.once_in(8);
     for (uint32_t event = 1; event <= ADVISER_EVENT_MAX; event++) {
-        change(KY_ACCESS_CMD_ADD, static_cast<adviser_event_t>(event), callbacks[who], has_memory);
+        change(KY_ACCESS_CMD_ADD, static_cast<adviser_event_t>(event), place, has_memory);
     }
 }
 
 void process()
 {
     const adviser_event_t event = any_event();
-    const bool is_event = event >= 1 && event <= ADVISER_EVENT_MAX;
-    const bool is_initialised = run->is_initialised;
-    const auto outer = std::exchange(run->walks, {.event = event});
-    const uint32_t acts = run->acts;
-    run->depth++;
-    const ky_status_t status = adviser_process_event(event, run);
-    run->depth--;
-    const auto walks = std::exchange(run->walks, outer);
+    const ky_status_t refusal = !is_event(event)         ? KY_STATUS_PARAM_EXCEEDS_RANGE
+                                : !model->is_initialised ? KY_STATUS_DB_NOT_INITIALIZED
+                                                         : GOOD;
+    Walk walk = {event, model->walk};
+    model->walk = &walk;
+    model->depth++;
+    const ky_status_t status = adviser_process_event(event, model);
+    model->depth--;
+    model->walk = walk.outer;
 
-    REQUIRE(
-        status == (!is_event         ? KY_STATUS_PARAM_EXCEEDS_RANGE
-                   : !is_initialised ? KY_STATUS_DB_NOT_INITIALIZED
-                                     : walks.answer));
-    const uint32_t errors = take_errors();
-    if (run->acts != acts) {
-        return; // callbacks have changed who is registered
-    }
-    REQUIRE(status != GOOD || walks.heard == registrations_for(event));
-    REQUIRE(walks.rolled_back == (event == PRE && walks.answer != GOOD ? walks.heard - 1 : 0));
+    REQUIRE(status == (refusal != GOOD ? refusal : walk.answer));
+    model->errors += status != GOOD;
     // DEVICE-DELETED is said to have a fail event, and has none.
-    const bool lacks_fail_event = event == ADVISER_EVENT_DEVICE_DELETED && walks.answer != GOOD;
-    const uint32_t messages = (status != GOOD) + lacks_fail_event + walks.refused;
-    REQUIRE(errors == (run->verbosity > 0 ? messages : 0));
+    model->errors += event == ADVISER_EVENT_DEVICE_DELETED && walk.answer != GOOD;
+    if (refusal == GOOD && (walk.answer == GOOD || event == PRE)) {
+        const bool is_there = (model->registered[list_of(event)] >> walk.refused & 1) == 1;
+        require_none_left_out(walk, is_there ? walk.refused : CALLBACKS);
+    }
 }
 
 void verbosity()
 {
     uint32_t level = 0;
     REQUIRE(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &level) == GOOD);
-    REQUIRE(level == run->verbosity);
+    REQUIRE((level > 0) == model->is_heard);
     REQUIRE(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level) == GOOD);
 }
 
@@ -234,26 +257,24 @@ void act()
         init,
         deinit,
         verbosity};
-    run->acts++;
-    take_errors();
-    acts[run->input.ConsumeIntegralInRange<size_t>(0, std::size(acts) - 1)]();
+    acts[model->input.below(std::size(acts))]();
 }
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void run(Input& input)
 {
-    Input input(data, size);
-    Run this_run{input, choose_verbosity(input)};
-    run = &this_run;
+    Model this_model = {input, choose_verbosity(input) > 0};
+    model = &this_model;
     init();
-    while (input.remaining_bytes() > 0) {
+    while (!input.is_spent()) {
         act();
+        REQUIRE(take_errors() == (model->is_heard ? model->errors : 0));
+        model->errors = 0;
         REQUIRE(traces_are_balanced());
     }
-    if (run->is_initialised) {
+    if (model->is_initialised) {
         deinit();
     }
-    REQUIRE(live_blocks() == 0 && traces_are_balanced());
-    return 0;
+    REQUIRE(live_blocks() == 0);
 }

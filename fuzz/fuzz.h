@@ -1,19 +1,52 @@
-/* What the targets share: a logging library that judges what it is given, arguments that must not
- * change, and calls that must keep their word. A broken promise ends the program. */
+/* What the models share: an input that says what to do, a logging library that judges what it is
+ * given, and promises that must hold. A broken one ends the program. */
 #ifndef FUZZ_H
 #define FUZZ_H
 
 #include <ky_utils.h>
 
-#include <fuzzer/FuzzedDataProvider.h>
-
-#include <algorithm>
+#include <cstddef>
 #include <cstring>
-#include <functional>
 #include <initializer_list>
-#include <memory>
 
-using Input = FuzzedDataProvider;
+/* Bytes that are read as decisions; a spent input decides on zeros and first choices. */
+class Input {
+  public:
+    Input(const uint8_t* data, size_t size) : data_(data), left_(size) {}
+
+    bool is_spent() const
+    {
+        return left_ == 0;
+    }
+    template <typename T> T any()
+    {
+        T value = 0;
+        const size_t size = left_ < sizeof value ? left_ : sizeof value;
+        if (size > 0) { // what is spent may be null
+            memcpy(&value, data_, size);
+        }
+        data_ += size;
+        left_ -= size;
+        return value;
+    }
+    uint32_t below(size_t end) // of 65,536 at most
+    {
+        return end <= 256 ? any<uint8_t>() % static_cast<uint32_t>(end)
+                          : any<uint16_t>() % static_cast<uint32_t>(end);
+    }
+    bool once_in(size_t times)
+    {
+        return below(times) == 0;
+    }
+    template <typename T> T one_of(std::initializer_list<T> choices)
+    {
+        return choices.begin()[below(choices.size())];
+    }
+
+  private:
+    const uint8_t* data_;
+    size_t left_;
+};
 
 /* Ends the program if something that must hold does not. */
 #define REQUIRE(condition) ((condition) ? (void)0 : broken(__FILE__, __LINE__, #condition))
@@ -28,32 +61,7 @@ bool traces_are_balanced();
 /* Turns traces on or off, and sets the verbosity of all modules; returns it. */
 uint32_t choose_verbosity(Input& input);
 
-/* Makes a call that fails, if it does, with one of these and one error message. */
-ky_status_t checked(
-    uint32_t verbosity, std::initializer_list<ky_status_t> failures,
-    const std::function<ky_status_t()>& call);
-
-/* An argument that a call must leave as it is, in a block of its very size. */
-template <typename T> class Argument {
-  public:
-    explicit Argument(const T& value, bool is_given = true)
-        : value_(value), copy_(is_given ? new T(value) : nullptr)
-    {
-    }
-    Argument(const Argument&) = delete;
-    Argument& operator=(const Argument&) = delete;
-    ~Argument()
-    {
-        REQUIRE(copy_ == nullptr || memcmp(copy_.get(), &value_, sizeof(T)) == 0);
-    }
-    operator T*() const
-    {
-        return copy_.get();
-    }
-
-  private:
-    T value_;
-    std::unique_ptr<T> copy_;
-};
+/* What one input does to the library, beside a model of it. */
+void run(Input& input);
 
 #endif

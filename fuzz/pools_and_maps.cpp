@@ -2,8 +2,10 @@
 #include "allocation.h"
 #include "fuzz.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
+#include <vector>
 
 namespace {
 
@@ -43,7 +45,7 @@ class Database {
 
     void add(uint64_t key)
     {
-        const bool has_memory = input_.ConsumeIntegralInRange(0, 7) != 0;
+        const bool has_memory = !input_.once_in(8);
         void* record = nullptr;
         fail_allocations_after(has_memory ? -1 : 0);
         const ky_status_t status = utils_db_qmap_item_add(
@@ -63,7 +65,7 @@ class Database {
 
     void remove(uint64_t key)
     {
-        const bool keeps_record = input_.ConsumeBool();
+        const bool keeps_record = input_.once_in(2);
         void* record = nullptr;
         const ky_status_t status = utils_db_qmap_item_del(
             key, &map, &pool, record_of_map_item, keeps_record ? nullptr : pool_item_of, &record);
@@ -74,7 +76,7 @@ class Database {
             if (keeps_record) { // then it is ours to file again, or to give back
                 auto* const kept = static_cast<Record*>(record);
                 REQUIRE(kept->payload == ~key);
-                if (input_.ConsumeBool()) {
+                if (input_.once_in(2)) {
                     REQUIRE(utils_db_qmap_item_ins(key, &map, &kept->map_item) == GOOD);
                     records_[key] = kept;
                 } else {
@@ -123,7 +125,15 @@ class Database {
 
     void clear()
     {
-        REQUIRE(utils_db_qmap_del(&map, &pool, record_of_map_item, pool_item_of) == GOOD);
+        static std::vector<uint64_t> keys;
+        keys.clear();
+        const auto noted = [](cl_map_item_t* item) {
+            keys.push_back(item->key);
+            return record_of_map_item(item);
+        };
+        REQUIRE(utils_db_qmap_del(&map, &pool, noted, pool_item_of) == GOOD);
+        const auto key_of = [](const auto& row) { return row.first; };
+        REQUIRE(std::ranges::equal(keys, records_, {}, {}, key_of)); // in their order
         records_.clear();
         check();
     }
@@ -139,28 +149,27 @@ class Database {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void run(Input& input)
 {
-    Input input(data, size);
     const uint32_t verbosity = choose_verbosity(input);
-    const auto min = input.ConsumeIntegralInRange<uint32_t>(0, 20);
-    const auto max = min + input.ConsumeIntegralInRange<uint32_t>(0, 20);
-    const auto grow = input.ConsumeIntegralInRange<uint32_t>(0, 7);
-    const bool has_memory = input.ConsumeBool();
+    const uint32_t min = input.below(21);
+    const uint32_t max = min + input.below(21);
+    const uint32_t grow = input.below(8);
+    const bool has_memory = input.once_in(2);
 
-    fail_allocations_after(has_memory ? -1 : input.ConsumeIntegralInRange(0, 3));
+    fail_allocations_after(has_memory ? -1 : static_cast<long>(input.below(4)));
     const ky_status_t status = utils_qpool_qmap_init(
         &Database::pool, &Database::map, min, max, grow, sizeof(Record), "fuzzed");
     fail_allocations_after(-1);
     REQUIRE(status == GOOD || (status == KY_STATUS_NO_MEMORY && !has_memory && live_blocks() == 0));
     REQUIRE(take_errors() == (status != GOOD && verbosity > 0));
     if (status != GOOD) {
-        return 0;
+        return;
     }
     Database database(input, grow == 0 ? min : max == 0 ? UINT32_MAX : max);
-    while (input.remaining_bytes() > 0) {
-        const auto key = input.ConsumeIntegralInRange<uint64_t>(0, 30);
-        switch (input.ConsumeIntegralInRange(0, 15)) {
+    while (!input.is_spent()) {
+        const uint64_t key = uint64_t{input.below(31)} * 0x0840000000000001; // end to end
+        switch (input.below(16)) {
         case 0:
             database.clear();
             break;
@@ -186,5 +195,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     database.clear();
     cl_qpool_destroy(&Database::pool);
     REQUIRE(live_blocks() == 0 && take_errors() == 0);
-    return 0;
 }

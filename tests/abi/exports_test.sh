@@ -15,12 +15,14 @@ if ! diff "$work/listed" "$work/exported" > "$work/difference"; then
 fi
 
 # Every other export is code. Programs have copied the objects; their sizes are x86-64's.
-columns='$4' expected='port_type_validation_table utils_mem_type_count_lock'
+expected='port_type_validation_table utils_mem_type_count_lock'
+sizes=
 if readelf -hW "$1" | grep -q X86-64; then
-    columns='$4, $2'
     expected='port_type_validation_table 0000000000000ae0 utils_mem_type_count_lock 0000000000000030'
+    sizes=1
 fi
-objects=$(nm -D --defined-only -S "$1" | awk "\$3 != \"T\" { print $columns }" | sort | xargs)
+objects=$(nm -D --defined-only -S "$1" |
+    awk -v sizes="$sizes" '$3 != "T" { print $4, (sizes ? $2 : "") }' | sort | xargs)
 if [ "$objects" != "$expected" ]; then
     echo "the exported data objects are $objects, not $expected"
     exit 1

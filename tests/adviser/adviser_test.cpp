@@ -1,7 +1,6 @@
 // The adviser: its registry, its walks, and callbacks that change the registry under them.
 #include "allocation.h"
 #include "recorder.h"
-#include "tools.h"
 
 #include <ky_adviser.h>
 #include <ky_names.h>
@@ -9,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <set>
 
 namespace {
 
@@ -433,62 +431,6 @@ TEST_F(AdviserTest, AdvisorsThatLeaveDuringAWalkAreNotCalled)
         process(PRE_DELETED);
         EXPECT_EQ(calls, row.calls);
     }
-}
-
-/* Random calls from outside and from inside callbacks, beside a model of who is registered. */
-TEST_F(AdviserTest, NothingDoneFromACallbackBreaksTheRegistry)
-{
-    Random random;
-    const auto map_of = [](uint32_t event) { return event == 12 ? 11 : event; };
-    std::map<uint32_t, std::set<size_t>> registered;
-    uint64_t called = 0;
-    int depth = 0;
-
-    const std::function<void()> act = [&] {
-        const uint32_t event = 8 + random.below(6); // two pre-events among them
-        const size_t who = random.below(24);
-        std::set<size_t>& here = registered[map_of(event)];
-        const uint32_t action = random.below(16);
-        if (action < 5) {
-            const bool present = here.erase(who) == 1;
-            EXPECT_EQ(remove(event, who), present ? GOOD : MISSING);
-        } else if (action < 8) {
-            if (depth < 4) {
-                process(event);
-            }
-        } else if (action > 8) {
-            const bool fresh = event != 12 && here.insert(who).second;
-            EXPECT_EQ(add(event, who), event == 12 ? BAD : fresh ? GOOD : PRESENT);
-        } else if (random.below(8) == 0) {
-            EXPECT_EQ(adviser_deinit(), GOOD);
-            EXPECT_EQ(adviser_init(), GOOD);
-            registered.clear();
-        }
-    };
-    behaviour = [&](size_t self, adviser_event_t event, void*) {
-        EXPECT_TRUE(registered[map_of(event)].contains(self)) << self << " for " << event;
-        called++;
-        depth++;
-        for (size_t i = random.below(3); i > 0; i--) {
-            act();
-        }
-        depth--;
-        return random.below(6) == 0 ? KY_STATUS_ERROR : GOOD;
-    };
-    set_verbosity(0);
-    for (int i = 0; i < 20000 && !HasFailure(); i++) {
-        act();
-    }
-    EXPECT_GT(called, 1000U);
-    behaviour = [&](size_t self, adviser_event_t event, void*) {
-        EXPECT_EQ(registered[map_of(event)].erase(self), 1U);
-        return GOOD;
-    };
-    for (const uint32_t event : {8U, 9U, 10U, 11U, 13U}) {
-        EXPECT_EQ(process(event), GOOD);
-        EXPECT_TRUE(registered[event].empty()) << event;
-    }
-    set_verbosity(KY_LOG_LEVEL_DEFAULT);
 }
 
 } // namespace

@@ -146,52 +146,6 @@ TEST_F(MemoryTest, FailuresChangeNothingAndLeaveThroughTheExitRecord)
     EXPECT_EQ(live_blocks(), 0);
 }
 
-TEST_F(MemoryTest, RandomBlocksAgreeWithAModel)
-{
-    Random random;
-    struct Block {
-        void* memory;
-        uint32_t size;
-        uint32_t type;
-    };
-    std::vector<Block> blocks;
-    Held held = {};
-    for (int i = 0; i < 20000; i++) {
-        if (blocks.empty() || random.below(100) < 51) {
-            const uint32_t size = random.below(random.below(8) == 0 ? 5000 : 50);
-            Block block = {nullptr, size, 1 + random.below(17)};
-            const ky_status_t status =
-                random.below(2) == 0 ? utils_clr_memory_get(&block.memory, size, 1, block.type)
-                                     : utils_memory_get(&block.memory, size, block.type);
-            ASSERT_EQ(status, GOOD);
-            memset(block.memory, 0xff, size);
-            held[block.type] += size;
-            blocks.push_back(block);
-        } else {
-            std::swap(blocks[random.below(blocks.size())], blocks.back());
-            const auto [memory, size, own] = blocks.back();
-            const uint32_t type = random.below(8) == 0 ? 1 + random.below(17) : own;
-            const bool fits = size <= held[type];
-            ASSERT_EQ(utils_memory_put(memory, type), fits ? GOOD : KY_STATUS_MEMORY_ERROR);
-            if (fits) {
-                if (void* other = nullptr; type != own) { // the types settle it between them
-                    ASSERT_EQ(utils_memory_get(&other, size, type), GOOD);
-                    ASSERT_EQ(utils_memory_put(other, own), GOOD);
-                }
-                held[own] -= size;
-                blocks.pop_back();
-            }
-        }
-        ASSERT_EQ(live_blocks(), static_cast<long>(blocks.size()));
-    }
-    expect_held(held);
-    for (const auto& [memory, size, type] : blocks) {
-        EXPECT_EQ(utils_memory_put(memory, type), GOOD);
-    }
-    expect_held({});
-    EXPECT_EQ(live_blocks(), 0);
-}
-
 TEST_F(MemoryTest, CountsAreExactAfterManyThreads)
 {
     void* kept[8] = {};

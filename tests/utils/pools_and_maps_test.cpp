@@ -1,13 +1,10 @@
 // Pools, maps, and databases made of both.
 #include "allocation.h"
 #include "recorder.h"
-#include "tools.h"
 
 #include <ky_utils.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <map>
 
 namespace {
 
@@ -69,59 +66,6 @@ class DatabaseTest : public RecordedTest {
     cl_qpool_t pool;
     cl_qmap_t map;
 };
-
-TEST_F(DatabaseTest, RandomChangesAgreeWithAModel)
-{
-    Random random;
-    std::map<uint64_t, void*> model;
-    for (int i = 0; i < 20000; i++) {
-        const uint64_t key = random.below(60);
-        const bool present = model.contains(key);
-        const ky_status_t found = present ? GOOD : MISSING;
-        void* const expected = present ? model[key] : nullptr;
-        void* record = nullptr;
-        cl_map_item_t* item = nullptr;
-        const uint32_t action = random.below(5);
-        if (action <= 1 && !present && model.size() < 40) {
-            ASSERT_EQ(add(key, &record), GOOD);
-            model[key] = record;
-        } else if (action <= 1) {
-            ASSERT_EQ(add(key, &record), present ? PRESENT : NO_ROOM);
-            ASSERT_EQ(record, expected);
-        } else if (action == 2) {
-            ASSERT_EQ(del(key, &record), found);
-            ASSERT_EQ(record, expected);
-            model.erase(key);
-        } else if (action == 3) {
-            ASSERT_EQ(utils_qmap_get(&map, key, &item), found);
-            ASSERT_EQ(item, present ? item_of_record(expected) : cl_qmap_end(&map));
-            ASSERT_EQ(utils_db_qmap_item_get(key, &map, record_of_item, &record), found);
-            ASSERT_EQ(record, expected);
-        } else {
-            ASSERT_EQ(utils_qmap_is_empty(&map), model.empty() ? GOOD : KY_STATUS_DB_NOT_EMPTY);
-        }
-    }
-    auto expected = model.begin();
-    for (cl_map_item_t* item = cl_qmap_head(&map); item != cl_qmap_end(&map);
-         item = cl_qmap_next(item), expected++) {
-        ASSERT_EQ(record_of_item(item), expected->second);
-    }
-    EXPECT_EQ(expected, model.end());
-    static std::vector<uint64_t> given_back;
-    given_back.clear();
-    const auto noted = [](cl_map_item_t* item) {
-        given_back.push_back(item->key);
-        return record_of_item(item);
-    };
-    EXPECT_EQ(utils_db_qmap_del(&map, &pool, noted, pool_item_of_record), GOOD);
-    EXPECT_EQ(given_back.size(), model.size());
-    EXPECT_TRUE(std::is_sorted(given_back.begin(), given_back.end()));
-    EXPECT_EQ(utils_qmap_is_empty(&map), GOOD);
-    for (uint64_t key = 0; key < 80; key++) { // the pool holds every record again, and again
-        EXPECT_EQ(add(key, nullptr), GOOD);
-        EXPECT_EQ(key < 39 ? GOOD : del(key - 39, nullptr), GOOD);
-    }
-}
 
 TEST_F(DatabaseTest, StatusesResultsAndExitRecords)
 {
