@@ -40,6 +40,8 @@ void take_and_give_back(uint32_t size)
     EXPECT_EQ(utils_memory_get(&block, size, type), GOOD);
     EXPECT_EQ(utils_clr_memory_get(&array, size, 3, type), GOOD);
     EXPECT_EQ(utils_memory_print_summary(0), GOOD);
+    static FILE* const nowhere = fopen("/dev/null", "w");
+    EXPECT_EQ(utils_memory_dbg_dump(nowhere), GOOD);
     EXPECT_EQ(utils_memory_put(array, type), GOOD);
     EXPECT_EQ(utils_memory_put(block, type), GOOD);
 }

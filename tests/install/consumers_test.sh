@@ -1,8 +1,7 @@
 #!/bin/sh
 # consumers_test.sh BUILD SOURCE: installs a build, moves the installation, and builds and runs
 # programs against it: by pkg-config and by find_package, as every C and C++, with each compiler, and
-# under AddressSanitizer; the README's example; and the library itself, on top of an installed
-# platform library.
+# under AddressSanitizer; and the library itself, on top of an installed platform library.
 set -eu
 
 build=$1
@@ -109,12 +108,6 @@ quietly cmake --build "$work/sanitized"
 quietly gcc $strict "$here/pools.c" $flags -o "$work/program"
 LD_PRELOAD=$(gcc -print-file-name=libasan.so) \
     runs "a program on a library with AddressSanitizer" "$work/program" "$work/sanitized"
-
-# shellcheck disable=SC2016 # the backquotes are the README's
-sed -n '/^```c$/,/^```$/p' "$source/README.md" | sed '/^```/d' > "$work/readme.c"
-# shellcheck disable=SC2086 # lists of words
-quietly cc $strict "$work/readme.c" $flags -o "$work/program"
-runs "the README's example" "$work/program" "$lib"
 
 found_by_cmake() { # WHAT LIBRARY_PATH CMAKE_ARGUMENT...
     what=$1

@@ -1,13 +1,16 @@
 #include "allocation.h"
 
 #include <complib/cl_memory.h>
+#include <complib/cl_spinlock.h>
 
 #include <atomic>
 #include <cstdlib>
+#include <utility>
 
 static std::atomic<long> live;
 static std::atomic<long> left = -1;
 static std::atomic<size_t> last;
+static thread_local std::function<void()> intruder;
 
 void* cl_malloc(size_t size)
 {
@@ -43,4 +46,17 @@ long live_blocks()
 void fail_allocations_after(long count)
 {
     left = count;
+}
+
+void before_next_lock(std::function<void()> function)
+{
+    intruder = std::move(function);
+}
+
+void cl_spinlock_acquire(cl_spinlock_t* lock)
+{
+    if (const auto intrude = std::exchange(intruder, nullptr)) {
+        intrude();
+    }
+    pthread_mutex_lock(&lock->mutex);
 }

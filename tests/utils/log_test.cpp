@@ -2,6 +2,9 @@
 #include "log_module.h"
 #include "recorder.h"
 
+#include <ky_adviser.h>
+#include <ky_port_type_validate.h>
+#include <ky_router_utils_validate.h>
 #include <ky_utils.h>
 
 namespace {
@@ -82,6 +85,51 @@ TEST_F(LogTest, TracesNeedTheFlagAndDebugLevelEachInItsTurn)
                 ASSERT_EQ(
                     take_records(),
                     if_open(before, test.entered("traced")) + if_open(after, test.left("traced")));
+            }
+        }
+    }
+}
+
+/* The entry is judged at the level before, the exit at the level after. */
+TEST_F(LogTest, EachModulesSetterTakesAnyLevelAndTracesWithBoth)
+{
+    const struct {
+        std::string name;
+        Module module;
+        std::function<ky_status_t(uint32_t)> set;
+        bool traces_entry;
+        bool traces_exit;
+    } setters[] = {
+        {"utils_log_verbosity_level_set", utils, utils_log_verbosity_level_set, true, true},
+        {"port_type_validate_log_verbosity_level_set",
+         {"PORT_TYPE_VALIDATE", "port_type_validate.cpp"},
+         port_type_validate_log_verbosity_level_set,
+         true,
+         true},
+        {"ky_router_utils_log_verbosity_set",
+         {"KY_API_ROUTER", "ky_router_utils_validate.cpp"},
+         ky_router_utils_log_verbosity_set,
+         false,
+         false},
+        {"adviser_log_verbosity_level",
+         {"ADVISER", "ky_adviser.cpp"},
+         [](uint32_t level) { return adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level); },
+         true,
+         false},
+    };
+    for (const auto& [name, module, set, traces_entry, traces_exit] : setters) {
+        for (const uint32_t before : all_levels) {
+            for (const uint32_t after : all_levels) {
+                SCOPED_TRACE(name + ", " + std::to_string(before) + " to " + std::to_string(after));
+                KY_STORE(g_ky_log_module_func_enable, 0);
+                EXPECT_EQ(set(before), GOOD);
+                KY_STORE(g_ky_log_module_func_enable, 1);
+                const bool enters = traces_entry && before >= 5;
+                const bool leaves = traces_exit && after >= 5;
+                EXPECT_OUTCOME(
+                    set(after), GOOD,
+                    (enters ? module.entered(name) : Records{}) +
+                        (leaves ? module.left(name) : Records{}));
             }
         }
     }

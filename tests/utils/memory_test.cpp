@@ -146,6 +146,23 @@ TEST_F(MemoryTest, FailuresChangeNothingAndLeaveThroughTheExitRecord)
     EXPECT_EQ(live_blocks(), 0);
 }
 
+/* Two blocks are given back under a type that holds one of them, the second one when the first is
+ * about to be counted. */
+TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
+{
+    void* blocks[3] = {};
+    for (uint32_t i = 0; i < 3; i++) {
+        ASSERT_EQ(utils_memory_get(&blocks[i], 10, i == 0 ? 1 : 2), GOOD);
+    }
+    before_next_lock([&blocks] { EXPECT_EQ(utils_memory_put(blocks[1], 1), GOOD); });
+    EXPECT_EQ(utils_memory_put(blocks[2], 1), KY_STATUS_MEMORY_ERROR);
+    take_records();
+    expect_held({0, 0, 20});
+    EXPECT_EQ(utils_memory_put(blocks[0], 2), GOOD);
+    EXPECT_EQ(utils_memory_put(blocks[2], 2), GOOD);
+    EXPECT_EQ(live_blocks(), 0);
+}
+
 TEST_F(MemoryTest, CountsAreExactAfterManyThreads)
 {
     void* kept[8] = {};
