@@ -191,24 +191,28 @@ void cl_qmap_remove_item(cl_qmap_t* map, cl_map_item_t* item)
 extern "C" [[gnu::weak]] void __asan_poison_memory_region(const volatile void*, size_t);
 extern "C" [[gnu::weak]] void __asan_unpoison_memory_region(const volatile void*, size_t);
 
-/* What one step of growth allocates: this, and its objects behind it. */
-struct alignas(std::max_align_t) cl_pool_chunk {
-    cl_pool_chunk* next;
-    size_t count;
-};
-
 namespace {
 
-constexpr size_t ALIGNMENT = alignof(cl_pool_chunk);
+/* What is in front of the objects, so that these are aligned for any type. */
+struct alignas(std::max_align_t) Chunk : cl_pool_chunk {};
 
-cl_pool_item_t* object_at(cl_pool_chunk* chunk, size_t object_size, size_t index)
+constexpr size_t ALIGNMENT = alignof(Chunk);
+
+cl_pool_item_t* object_at(Chunk* chunk, size_t object_size, size_t index)
 {
     char* objects = reinterpret_cast<char*>(chunk + 1);
     return reinterpret_cast<cl_pool_item_t*>(objects + index * object_size);
 }
 
+void put_poisoned(cl_qpool_t* pool, cl_pool_item_t* item)
+{
+    item->next = pool->free_items;
+    pool->free_items = item;
+    __asan_poison_memory_region(item, pool->object_size);
+}
+
 /* Destroys the first objects of a chunk, all that have been created, and gives it back. */
-void destroy_chunk(const cl_qpool_t* pool, cl_pool_chunk* chunk, size_t created)
+void destroy_chunk(const cl_qpool_t* pool, Chunk* chunk, size_t created)
 {
     if (pool->state == CL_POISONING) {
         __asan_unpoison_memory_region(chunk + 1, chunk->count * pool->object_size);
@@ -224,14 +228,14 @@ bool grow(cl_qpool_t* pool, size_t count)
 {
     size_t size = 0;
     if (__builtin_mul_overflow(count, pool->object_size, &size) ||
-        __builtin_add_overflow(size, sizeof(cl_pool_chunk), &size)) {
+        __builtin_add_overflow(size, sizeof(Chunk), &size)) {
         return false;
     }
-    auto* chunk = static_cast<cl_pool_chunk*>(cl_malloc(size));
+    auto* chunk = static_cast<Chunk*>(cl_malloc(size));
     if (chunk == nullptr) {
         return false;
     }
-    *chunk = {pool->chunks, count};
+    *chunk = {{pool->chunks, count, put_poisoned}};
     for (size_t i = 0; pool->initializer != nullptr && i < count; i++) {
         if (pool->initializer(object_at(chunk, pool->object_size, i), pool->context) != 0) {
             destroy_chunk(pool, chunk, i);
@@ -291,18 +295,9 @@ cl_pool_item_t* cl_qcpool_get(cl_qpool_t* pool)
     return item;
 }
 
-void cl_qcpool_put(cl_qpool_t* pool, cl_pool_item_t* item)
-{
-    item->next = pool->free_items;
-    pool->free_items = item;
-    if (pool->state == CL_POISONING) {
-        __asan_poison_memory_region(item, pool->object_size);
-    }
-}
-
 void cl_qcpool_destroy(cl_qpool_t* pool)
 {
-    while (cl_pool_chunk* chunk = pool->chunks) {
+    while (auto* chunk = static_cast<Chunk*>(pool->chunks)) {
         pool->chunks = chunk->next;
         destroy_chunk(pool, chunk, chunk->count);
     }

@@ -30,6 +30,16 @@ typedef void (*cl_pool_destructor_t)(void* object, const void* context);
  *  AddressSanitizer and code that was not treat the pool alike. */
 #define CL_POISONING 3U
 
+struct cl_qpool;
+
+/** One step of a pool's growth; its objects lie behind it. All members are the pool's own. */
+struct cl_pool_chunk {
+    struct cl_pool_chunk* next;
+    size_t count; /**< of objects */
+    /** How a pool that poisons takes an object back. */
+    void (*put)(struct cl_qpool* pool, cl_pool_item_t* item);
+};
+
 /** A pool. All members are the pool's own. */
 typedef struct cl_qpool {
     cl_pool_item_t* free_items;
@@ -47,9 +57,6 @@ typedef struct cl_qpool {
 /** Takes an object from a pool, which grows if it has none: cl_qpool_get without its short cut and
  *  its assertions. */
 cl_pool_item_t* cl_qcpool_get(cl_qpool_t* pool);
-
-/** Gives an object back: cl_qpool_put without its assertions. */
-void cl_qcpool_put(cl_qpool_t* pool, cl_pool_item_t* item);
 
 /** Gives a pool's memory back: cl_qpool_destroy without its assertions. */
 void cl_qcpool_destroy(cl_qpool_t* pool);

@@ -67,8 +67,10 @@ static inline void cl_qpool_put(cl_qpool_t* pool, cl_pool_item_t* item)
     item->next = pool->free_items; // here, so that AddressSanitizer sees a second put
     if (__builtin_expect(pool->state != CL_INITIALIZED, 0)) {
         CL_ASSERT(cl_qpool_is_initialized(pool), "complib/cl_qpool.h");
-        cl_qcpool_put(pool, item);
-        return;
+        if (pool->state == CL_POISONING) {
+            pool->chunks->put(pool, item);
+            return;
+        }
     }
     pool->free_items = item;
 }
