@@ -6,9 +6,11 @@ include(CheckCompilerFlag)
 include(CheckLinkerFlag)
 
 function(compile_with target) # FLAG...
-  # clang only warns of a flag that it makes no use of; what a user's own flags draw is not asked.
-  set(CMAKE_REQUIRED_FLAGS -Werror)
-  set(CMAKE_CXX_FLAGS "")
+  set(CMAKE_REQUIRED_FLAGS -Werror) # clang only warns of a flag that it makes no use of
+  check_compiler_flag(CXX -Wall KRIOLILGLU_GIVEN_FLAGS_ARE_SILENT)
+  if(NOT KRIOLILGLU_GIVEN_FLAGS_ARE_SILENT)
+    set(CMAKE_CXX_FLAGS "") # or what they draw would be taken for an answer
+  endif()
   foreach(flag IN LISTS ARGN)
     string(REGEX REPLACE "=.*/.*" "=from=to" probe "${flag}") # a path is any path
     string(MAKE_C_IDENTIFIER "KRIOLILGLU_COMPILES_WITH_${probe}" is_known)

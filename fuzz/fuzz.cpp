@@ -57,7 +57,7 @@ int ky_log(uint32_t severity_mask, const char*, const char* format, ...)
     va_end(arguments);
 
     REQUIRE(std::exchange(is_first_sink_next, false));
-    REQUIRE(length > 0 && length < static_cast<int>(sizeof text));
+    REQUIRE(length > 0 && length < static_cast<int>(sizeof text) && text[length - 1] == '\n');
     REQUIRE(std::popcount(severity_mask) <= int64_t{verbosity}); // the level of a mask
     errors += severity_mask == KY_LOG_MASK_ERROR;
     const std::string_view function = traced({text, static_cast<size_t>(length)}, " - entered \n");

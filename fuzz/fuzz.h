@@ -36,7 +36,7 @@ class Input {
     }
     bool once_in(size_t times)
     {
-        return below(times) == 0;
+        return below(times) == times - 1; // never of a spent input
     }
     template <typename T> T one_of(std::initializer_list<T> choices)
     {

@@ -46,19 +46,20 @@ class Database {
     void add(uint64_t key)
     {
         const bool has_memory = !input_.once_in(8);
-        void* record = nullptr;
+        const long blocks = live_blocks();
+        void* record = this;
         fail_allocations_after(has_memory ? -1 : 0);
         const ky_status_t status = utils_db_qmap_item_add(
             key, &map, &pool, record_of_map_item, record_of_pool_item, map_item_of, &record);
         fail_allocations_after(-1);
         if (records_.contains(key)) {
-            REQUIRE(status == PRESENT && record == records_[key]);
+            REQUIRE(status == PRESENT && record == records_[key] && live_blocks() == blocks);
         } else if (status == GOOD) {
             REQUIRE(records_.size() < max_);
             records_[key] = static_cast<Record*>(record);
             records_[key]->payload = ~key;
         } else {
-            REQUIRE(status == KY_STATUS_NO_RESOURCES);
+            REQUIRE(status == KY_STATUS_NO_RESOURCES && record == this);
             REQUIRE(!has_memory || records_.size() == max_);
         }
     }
@@ -66,10 +67,11 @@ class Database {
     void remove(uint64_t key)
     {
         const bool keeps_record = input_.once_in(2);
-        void* record = nullptr;
+        void* record = this;
         const ky_status_t status = utils_db_qmap_item_del(
             key, &map, &pool, record_of_map_item, keeps_record ? nullptr : pool_item_of, &record);
         REQUIRE(status == (records_.contains(key) ? GOOD : MISSING));
+        REQUIRE(status == GOOD || record == this);
         if (status == GOOD) {
             REQUIRE(record == records_[key]);
             records_.erase(key);
@@ -94,11 +96,11 @@ class Database {
         REQUIRE(item == (is_there ? &records_[key]->map_item : cl_qmap_end(&map)));
         REQUIRE(utils_qmap_key_exists(&map, key, nullptr) == (is_there ? GOOD : MISSING));
         REQUIRE(utils_qmap_key_not_exists(&map, key, &item) == (is_there ? PRESENT : GOOD));
-        void* record = nullptr;
+        void* record = this;
         REQUIRE(
             utils_db_qmap_item_get(key, &map, record_of_map_item, &record) ==
             (is_there ? GOOD : MISSING));
-        REQUIRE(!is_there || static_cast<Record*>(record)->payload == ~key);
+        REQUIRE(is_there ? static_cast<Record*>(record)->payload == ~key : record == this);
     }
 
     void take_out(uint64_t key)

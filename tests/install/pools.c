@@ -82,7 +82,7 @@ int main(int argc, char** argv)
         return 1;
     }
     const char* fault = argc > 1 ? argv[1] : "";
-    record_t* record = get(0); // the first of two
+    record_t* record = get(0); // the first of two: the stand-in's pool goes up by addresses
     if (strcmp(fault, "never") == 0) {
         record[1].content[0] = 1;
     }

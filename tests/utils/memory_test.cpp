@@ -156,6 +156,7 @@ TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
     }
     before_next_lock([&blocks] { EXPECT_EQ(utils_memory_put(blocks[1], 1), GOOD); });
     EXPECT_EQ(utils_memory_put(blocks[2], 1), KY_STATUS_MEMORY_ERROR);
+    before_next_lock(nullptr);
     take_records();
     expect_held({0, 0, 20});
     EXPECT_EQ(utils_memory_put(blocks[0], 2), GOOD);
