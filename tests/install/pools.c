@@ -35,7 +35,7 @@ static void* record_of_map_item(cl_map_item_t* item)
 static cl_qpool_t pool;
 static cl_qmap_t map;
 
-/* The four ways to get a record, and to file it under key 1. */
+/* The three ways to get a record; each files it under key 1. */
 static record_t* get(int way)
 {
     cl_pool_item_t* item = NULL;

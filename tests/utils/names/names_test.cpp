@@ -91,6 +91,12 @@ TEST_F(NamesTest, ValuesAboveTheBoundYieldTheDefault)
         for (const uint32_t value : {bound + 1, bound + 2, 0x7fffffffU, 0x80000000U, 0xffffffffU}) {
             EXPECT_EQ(str(value), expected) << name << " " << value;
         }
+#if defined(__x86_64__) || defined(__aarch64__)
+        // A caller may leave anything in the half of the register that the value does not own.
+        const auto any = reinterpret_cast<void (*)()>(str);
+        const auto wide = reinterpret_cast<const char* (*)(uint64_t)>(any);
+        EXPECT_EQ(wide(0xa5a5a5a500000000), str(0)) << name;
+#endif
     }
 }
 
