@@ -1,5 +1,5 @@
-/* What the models share: an input that says what to do, a logging library that judges what it is
- * given, and promises that must hold. A broken one ends the program. */
+/* What the models share: an input that says what to do, a logging library that counts errors, and
+ * promises that must hold. A broken one ends the program. */
 #ifndef FUZZ_H
 #define FUZZ_H
 
@@ -55,10 +55,7 @@ class Input {
 /* Error records since the last call. */
 uint32_t take_errors();
 
-/* Whether each function that has traced its entry has traced its exit. */
-bool traces_are_balanced();
-
-/* Turns traces on or off, and sets the verbosity of all modules; returns it. */
+/* Turns traces on or off, and sets the verbosity of the models' modules; returns it. */
 uint32_t choose_verbosity(Input& input);
 
 /* What one input does to the library, beside a model of it. */

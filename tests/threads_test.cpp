@@ -1,7 +1,7 @@
 // What any thread may call at any time, called by eight at once, while verbosity, settings and the
 // trace flag change under them. The thread sanitizer sees what this test does not.
 #include "allocation.h"
-#include "recorder.h"
+#include "contract.h"
 #include "tools.h"
 
 #include <ky_adviser.h>
@@ -14,7 +14,7 @@ namespace {
 
 constexpr uint32_t ROUNDS = 1000;
 
-struct ThreadsTest : RecordedTest {};
+struct ThreadsTest : ContractTest {};
 
 void change_what_all_read(uint32_t level)
 {

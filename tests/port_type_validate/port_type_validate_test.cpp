@@ -1,5 +1,5 @@
 // The dictionary of port types and its check.
-#include "recorder.h"
+#include "contract.h"
 
 #include <ky_port_type_validate.h>
 
@@ -8,17 +8,7 @@
 
 namespace {
 
-class PortTypeTest : public RecordedTest {};
-
-constexpr Module ports = {"PORT_TYPE_VALIDATE", "port_type_validate.cpp"};
-const std::string check = "is_port_type_valid";
-
-Records refused(uint32_t port, const std::string& reason)
-{
-    char text[100];
-    snprintf(text, sizeof text, "Port 0x%08X invalid (Port type%s)\n", port, reason.c_str());
-    return ports.said(1, check, text);
-}
+class PortTypeTest : public ContractTest {};
 
 TEST_F(PortTypeTest, DictionaryIsAsItWas)
 {
@@ -34,7 +24,7 @@ TEST_F(PortTypeTest, DictionaryIsAsItWas)
                                          {0x0c, 6},   {0x0f, 6},  {0x21, 6}, {0x02, 3},
                                          {0x00, 2},   {0x0a, 2},  {0x07, 1}, {0x10, 1}};
     EXPECT_EQ(rows_of_mask, expected);
-    EXPECT_EQ(fingerprint.value(), 0xc8c2d580ed18a210);
+    EXPECT_EQ(fingerprint.value(), 0xc8c2d580ed18a210) << std::hex << fingerprint.value();
 }
 
 /* Every row against every type, beside a second formulation of the rule. */
@@ -49,55 +39,44 @@ TEST_F(PortTypeTest, EveryRowJudgesEveryTypeByItsMask)
                    {0, "Unknown"},    {0, "Unknown"}, {0, "Unknown"},  {0, "Unknown"}};
     for (uint32_t row = 1; row <= 172; row++) {
         for (uint32_t type = 0; type < 16; type++) {
+            const auto& [bit, name] = types[type];
             const uint32_t port = type << 28 | (row * 0x01234567 & 0x0fffffff);
-            SCOPED_TRACE("row " + std::to_string(row) + ", type " + std::to_string(type));
-            const std::string name = types[type].name;
-            const bool accepted =
-                (port_type_validation_table[row].allowed_port_types & types[type].bit) != 0;
-            const std::string reason = types[type].bit == 0 ? " is (" + name + ")"
-                                       : type == 0          ? " " + name + " is unsupported"
-                                                            : "(" + name + ") is unsupported";
-            EXPECT_OUTCOME(
-                is_port_type_valid(row, port), accepted ? 1U : 0U,
-                accepted ? Records{} : refused(port, reason));
+            const bool accepted = (port_type_validation_table[row].allowed_port_types & bit) != 0;
+            const std::string named = name;
+            const std::string reason = bit == 0    ? " is (" + named + ")"
+                                       : type == 0 ? " " + named + " is unsupported"
+                                                   : "(" + named + ") is unsupported";
+            const std::string refused =
+                text("Port 0x%08X invalid (Port type%s)\n", port, reason.c_str());
+            expect(
+                {CALL(is_port_type_valid(row, port)), .status = accepted ? 1U : 0U,
+                 .says = accepted ? Said{} : error(refused)});
         }
     }
 }
 
 TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
 {
-    for (const uint32_t row : {0U, 173U, 174U, 0x7fffffffU, 0x80000000U, 0xffffffffU}) {
+    for (const uint32_t row : edges(1, 172)) {
+        const bool is_row = row >= 1 && row <= 172;
         const std::string id = std::to_string(std::bit_cast<int32_t>(row));
         const std::string text =
             "enum_id invalid (Enum id " + id + " is not included in port validation dictionary)\n";
-        EXPECT_OUTCOME(is_port_type_valid(row, 5), 0U, ports.said(1, check, text));
+        expect(
+            {CALL(is_port_type_valid(row, 5)), .status = is_row ? 1U : 0U,
+             .says = is_row ? Said{} : error(text)});
     }
-    EXPECT_EQ(is_port_type_valid(172, 5), 1U);
     // What the table holds when it is asked is what counts, and its names never do.
     auto& row = port_type_validation_table[16];
     const auto saved = row;
     row = {nullptr, 0x04};
-    EXPECT_EQ(is_port_type_valid(16, 5), 0U);
-    EXPECT_EQ(is_port_type_valid(16, 0x20000005), 1U);
+    expect({
+        {CALL(is_port_type_valid(16, 5)), .status = 0,
+         .says = error("Port 0x00000005 invalid (Port type Network is unsupported)\n")},
+        {CALL(is_port_type_valid(16, 0x20000005)), .status = 1},
+        {CALL(port_type_validate_log_verbosity_level_set(verbosity))},
+    });
     row = saved;
-}
-
-TEST_F(PortTypeTest, TracesAndVerbosity)
-{
-    const std::string setter = "port_type_validate_log_verbosity_level_set";
-    const uint32_t port = 0x50000000;
-    const Records message = refused(port, " is (N/A)");
-    KY_STORE(g_ky_log_module_func_enable, 1);
-    EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(~0U), GOOD, ports.left(setter));
-    EXPECT_OUTCOME(is_port_type_valid(16, port), 0U, ports.around(check, message));
-    EXPECT_OUTCOME(is_port_type_valid(16, 5), 1U, ports.around(check));
-    EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(1), GOOD, ports.entered(setter));
-    EXPECT_OUTCOME(is_port_type_valid(16, port), 0U, message);
-    EXPECT_OUTCOME(port_type_validate_log_verbosity_level_set(0), GOOD, {});
-    for (const uint32_t type : {0U, 1U, 5U}) {
-        EXPECT_EQ(is_port_type_valid(3, type << 28), 0U);
-    }
-    EXPECT_OUTCOME(is_port_type_valid(0, 0), 0U, {});
 }
 
 } // namespace

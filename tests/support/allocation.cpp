@@ -3,17 +3,32 @@
 #include <complib/cl_memory.h>
 #include <complib/cl_spinlock.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <malloc.h>
 #include <utility>
 
 static std::atomic<long> live;
 static std::atomic<long> left = -1;
 static std::atomic<size_t> last;
+static thread_local int held;
 static thread_local std::function<void()> intruder;
+
+/* The library calls nothing out while it holds a lock. */
+static void require_no_lock()
+{
+    if (held != 0) {
+        fputs("memory is taken or given back under a lock\n", stderr);
+        abort();
+    }
+}
 
 void* cl_malloc(size_t size)
 {
+    require_no_lock();
     last = size;
     if (left == 0) {
         return nullptr;
@@ -22,13 +37,17 @@ void* cl_malloc(size_t size)
         left--;
     }
     live++;
-    return malloc(size);
+    const size_t given = std::min<size_t>(size, 1 << 20);
+    void* block = malloc(given);
+    return memset(block, 0xA5, given);
 }
 
 void cl_free(void* memory)
 {
+    require_no_lock();
     if (memory != nullptr) {
         live--;
+        memset(memory, 0xEE, malloc_usable_size(memory));
     }
     free(memory);
 }
@@ -48,6 +67,11 @@ void fail_allocations_after(long count)
     left = count;
 }
 
+int locks_held()
+{
+    return held;
+}
+
 void before_next_lock(std::function<void()> function)
 {
     intruder = std::move(function);
@@ -59,4 +83,11 @@ void cl_spinlock_acquire(cl_spinlock_t* lock)
         intrude();
     }
     pthread_mutex_lock(&lock->mutex);
+    held++;
+}
+
+void cl_spinlock_release(cl_spinlock_t* lock)
+{
+    held--;
+    pthread_mutex_unlock(&lock->mutex);
 }

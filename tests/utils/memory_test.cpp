@@ -1,6 +1,6 @@
 // Memory accounting.
 #include "allocation.h"
-#include "recorder.h"
+#include "contract.h"
 #include "tools.h"
 
 #include <ky_utils.h>
@@ -9,199 +9,203 @@
 
 namespace {
 
-class MemoryTest : public RecordedTest {};
-
-constexpr Module utils = {"UTILS", "utils.cpp"};
+constexpr ky_status_t FULL = KY_STATUS_NO_MEMORY;
 
 const char* const type_names[] = {
     "ALL",    "COS",      "TOPO", "PORT",    "MSTP",           "FDB",          "VLAN", "LAG",
     "ROUTER", "ACL",      "SPAN", "POLICER", "HOST-INTERFACE", "FLOW-COUNTER", "KVDL", "API",
     "TUNNEL", "TELEMETRY"};
 
-using Held = uint64_t[18]; // in bytes, by type
-
-Records report(const Held& held, uint32_t first, uint32_t last)
-{
-    const char* function = "utils_memory_print_summary";
-    Records records = utils.said(31, function, "====== MEMORY REPORT ======\n");
-    for (uint32_t type = first; type <= last; type++) {
-        const std::string bytes = std::to_string(held[type]);
-        const std::string text = "Allocated " + bytes + " bytes for memory type ";
-        records = records + utils.said(31, function, text + type_names[type] + "\n");
+/* Ten bytes of COS are taken throughout. */
+class MemoryTest : public ContractTest {
+  protected:
+    void SetUp() override
+    {
+        ContractTest::SetUp();
+        ASSERT_EQ(utils_memory_get(&held, 10, 1), GOOD);
     }
-    return records;
+    void TearDown() override
+    {
+        EXPECT_EQ(utils_memory_put(held, 1), GOOD);
+        EXPECT_EQ(live_blocks(), 0);
+    }
+    void put_block(uint32_t type)
+    {
+        EXPECT_EQ(utils_memory_put(block.get(), type), GOOD);
+    }
+    void* held = nullptr;
+    Out<void*> block;
+};
+
+Said allocated(uint32_t size, uint32_t type, uint64_t total)
+{
+    const std::string bytes =
+        text("Allocated %u bytes for memory type %s; ", size, type_names[type]);
+    const std::string all = "Total memory for this type = " + std::to_string(total) + ";\n";
+    return debug(bytes + all, "utils_memory_get");
 }
 
-/* What the library says that each type holds. */
-void expect_held(const Held& held)
+Said summary(uint32_t first, const std::vector<uint64_t>& held)
 {
-    utils_log_verbosity_level_set(5);
-    take_records();
-    EXPECT_OUTCOME(utils_memory_print_summary(0), GOOD, report(held, 1, 17));
-    utils_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
+    Said said = debug("====== MEMORY REPORT ======\n");
+    for (const uint64_t bytes : held) {
+        const std::string type = type_names[first++];
+        said =
+            said +
+            debug("Allocated " + std::to_string(bytes) + " bytes for memory type " + type + "\n");
+    }
+    return said;
 }
 
-TEST_F(MemoryTest, BlocksAreCountedAndSaidAtDebugLevel)
+TEST_F(MemoryTest, BlocksAreHandedOutAndTakenBack)
 {
-    void* block = nullptr;
-    void* empty = nullptr;
-    const auto said = [](const std::string& function, const std::string& verb, int held) {
-        const std::string text = verb +
-                                 " 100 bytes for memory type PORT; Total memory for this "
-                                 "type = " +
-                                 std::to_string(held) + ";\n";
-        return utils.said(31, function, text);
-    };
-    utils_log_verbosity_level_set(5);
-    EXPECT_OUTCOME(
-        utils_memory_get(&block, 100, 3), GOOD, said("utils_memory_get", "Allocated", 100));
-    memset(block, 0xa5, 100);
-    EXPECT_EQ(utils_memory_get(&empty, 0, 17), GOOD);
-    EXPECT_NE(empty, nullptr);
-    EXPECT_EQ(live_blocks(), 2);
-    take_records();
-    EXPECT_OUTCOME(utils_memory_print_summary(3), GOOD, report({0, 0, 0, 100}, 3, 3));
-    EXPECT_OUTCOME(utils_memory_put(block, 3), GOOD, said("utils_memory_put", "Freed", 0));
-    EXPECT_EQ(utils_memory_put(empty, 17), GOOD);
-    EXPECT_EQ(live_blocks(), 0);
-
-    utils_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
-    take_records();
-    EXPECT_EQ(utils_clr_memory_get(&block, 1000, 3, 1), GOOD);
-    const std::string zeros(3000, '\0');
-    EXPECT_EQ(memcmp(block, zeros.data(), zeros.size()), 0);
-    EXPECT_EQ(utils_memory_put(block, 1), GOOD);
-    EXPECT_OUTCOME(utils_memory_print_summary(0), GOOD, {});
-}
-
-TEST_F(MemoryTest, FailuresChangeNothingAndLeaveThroughTheExitRecord)
-{
-    void* block = nullptr;
-    ASSERT_EQ(utils_memory_get(&block, 10, 1), GOOD);
-    void* out = nullptr;
-    void* const kept = &block;
-    const auto left = [](const std::string& function) {
-        return utils.said(31, "utils_ky_log_exit", function + " - left\n");
-    };
-    const Records get = left("utils_memory_get");
-    const Records clr = left("utils_clr_memory_get");
-    const Records put = left("utils_memory_put");
-    const Records null = utils.said(1, "utils_check_pointer", "NULL Pointer (Buffer pointer)\n") +
-                         left("utils_check_pointer");
-    const std::string summary = "utils_memory_print_summary";
-    const Records unreported =
-        utils.said(31, summary, "====== MEMORY REPORT ======\n") + left(summary);
-    const auto too_large = [&clr](const std::string& what) {
-        const std::string text = "Memory of " + what + " exceeds range\n";
-        return utils.said(1, "utils_clr_memory_get", text) + clr;
-    };
-    const Records wrong_type =
-        utils.said(1, "utils_memory_put", "Block size exceeds total size for memory type TOPO\n");
-    constexpr ky_status_t FULL = KY_STATUS_NO_MEMORY;
-    // clang-format off
-    const struct {
-        const char* label;
-        Call call;
-        ky_status_t status;
-        Records records;
-        void* out;
-    } cases[] = {
-        {CALL(utils_memory_get(&out, 1, 0)), RANGE, get, kept},
-        {CALL(utils_memory_get(nullptr, 1, 18)), RANGE, get, kept},
-        {CALL(utils_memory_get(nullptr, 1, 1)), NIL, null + get, kept},
-        {CALL(utils_memory_get(&out, ~0U, 1)), FULL, get, nullptr},
-        {CALL(utils_clr_memory_get(&out, 1, 1, 18)), RANGE, get + clr, kept},
-        {CALL(utils_clr_memory_get(&out, 2147483648, 2, 1)), RANGE,
-         too_large("2147483648 elements of 2 bytes"), kept},
-        {CALL(utils_clr_memory_get(&out, 2, ~0U, 1)), RANGE,
-         too_large("2 elements of 4294967295 bytes"), kept},
-        {CALL(utils_clr_memory_get(&out, 65536, 65536, 0)), RANGE, get + clr, kept},
-        {CALL(utils_clr_memory_get(nullptr, 65536, 65536, 1)), NIL, null + get + clr, kept},
-        {CALL(utils_clr_memory_get(&out, 65535, 65537, 1)), FULL, get + clr, nullptr},
-        {CALL(utils_memory_put(block, 0)), RANGE, put, kept},
-        {CALL(utils_memory_put(nullptr, 18)), RANGE, put, kept},
-        {CALL(utils_memory_put(nullptr, 1)), NIL, null + put, kept},
-        {CALL(utils_memory_put(block, 2)), KY_STATUS_MEMORY_ERROR, wrong_type + put, kept},
-        {CALL(utils_memory_print_summary(18)), RANGE, unreported, kept},
-    };
-    // clang-format on
-    fail_allocations_after(0);
-    for (const auto& [label, call, status, records, expected_out] : cases) {
-        for (const uint32_t verbosity : {0U, 5U}) {
-            SCOPED_TRACE(testing::Message() << label << " at " << verbosity);
-            out = kept;
-            utils_log_verbosity_level_set(verbosity);
-            KY_STORE(g_ky_log_module_func_enable, 1);
-            EXPECT_OUTCOME(call(), status, verbosity == 0 ? Records{} : records);
-            EXPECT_EQ(out, expected_out);
-            KY_STORE(g_ky_log_module_func_enable, 0);
-            expect_held({0, 10});
+    for (const uint32_t type : edges(1, 17)) {
+        for (const uint32_t size : {0U, 1U, 3U, 0x10001U}) {
+            const bool is_type = type >= 1 && type <= 17;
+            const uint32_t total = size + (type == 1 ? 10 : 0);
+            const std::string freed =
+                is_type ? text("Freed %u bytes for memory type %s; ", size, type_names[type]) +
+                              text("Total memory for this type = %u;\n", total - size)
+                        : "";
+            const ky_status_t status = is_type ? GOOD : RANGE;
+            void* given = nullptr;
+            const auto fill_and_put = [&] {
+                EXPECT_EQ(last_request(), size + 4);
+                memset(block.get(), 0xFF, size);
+                put_block(type);
+            };
+            expect({
+                {CALL(utils_memory_get(&block, size, type)), .status = status,
+                 .says = is_type ? allocated(size, type, total) : Said{},
+                 .writes = is_type ? std::vector{block.is_written()} : std::vector<Written>{},
+                 .then = is_type ? fill_and_put : std::function<void()>{}},
+                {CALL(utils_memory_put(is_type ? given : held, type)), .status = status,
+                 .says = is_type ? debug(freed) : Said{},
+                 .given = [&] { is_type ? utils_memory_get(&given, size, type) : GOOD; }},
+                {CALL(utils_memory_put(nullptr, type)), .status = is_type ? NIL : RANGE,
+                 .says = is_type ? error("NULL Pointer (Buffer pointer)\n", "utils_check_pointer") +
+                                       left("utils_check_pointer")
+                                 : Said{}},
+            });
         }
     }
-    EXPECT_EQ(utils_memory_get(&out, ~0U, 1), FULL);
-    EXPECT_EQ(last_request() == 0x100000003, sizeof(size_t) > 4); // size and header
-    EXPECT_NE(last_request(), 3U);                                // wrapped
-    fail_allocations_after(-1);
-    EXPECT_EQ(utils_memory_put(block, 1), GOOD);
-    EXPECT_EQ(live_blocks(), 0);
+}
+
+TEST_F(MemoryTest, ArraysAreCleared)
+{
+    const auto expect_zeros = [&](size_t size) {
+        EXPECT_EQ(memcmp(block.get(), std::string(size, '\0').data(), size), 0);
+        EXPECT_EQ(last_request(), size + 4);
+        put_block(2);
+    };
+    expect({
+        {CALL(utils_clr_memory_get(&block, 1000, 3, 2)), .says = allocated(3000, 2, 3000),
+         .writes = {block.is_written()}, .then = [&] { expect_zeros(3000); }},
+        {CALL(utils_clr_memory_get(&block, 0, ~0U, 2)), .says = allocated(0, 2, 0),
+         .writes = {block.is_written()}, .then = [&] { expect_zeros(0); }},
+    });
+}
+
+TEST_F(MemoryTest, Refusals)
+{
+    const Said null = error("NULL Pointer (Buffer pointer)\n", "utils_check_pointer") +
+                      left("utils_check_pointer");
+    const Said get = left("utils_memory_get");
+    const auto too_large = [](const std::string& what) {
+        return error("Memory of " + what + " exceeds range\n");
+    };
+    // clang-format off
+    expect({
+        {CALL(utils_memory_get(nullptr, 1, 18)), .status = RANGE},
+        {CALL(utils_memory_get(nullptr, 1, 1)), .status = NIL, .says = null},
+        {CALL(utils_memory_get(&block, 1, 1)), .status = FULL, .writes = {block.is(nullptr)},
+         .allocations = 0},
+        {CALL(utils_memory_get(&block, ~0U, 1)), .status = FULL, .writes = {block.is(nullptr)},
+         .allocations = 0, .then = [] {
+             EXPECT_EQ(last_request() == 0x100000003, sizeof(size_t) > 4); // size and header
+             EXPECT_NE(last_request(), 3U); // wrapped
+         }},
+        {CALL(utils_clr_memory_get(&block, 1, 1, 18)), .status = RANGE, .says = get},
+        {CALL(utils_clr_memory_get(&block, 2147483648, 2, 1)), .status = RANGE,
+         .says = too_large("2147483648 elements of 2 bytes")},
+        {CALL(utils_clr_memory_get(&block, 2, ~0U, 17)), .status = RANGE,
+         .says = too_large("2 elements of 4294967295 bytes")},
+        {CALL(utils_clr_memory_get(&block, 65536, 65536, 0)), .status = RANGE, .says = get},
+        {CALL(utils_clr_memory_get(&block, 65536, 65536, 18)), .status = RANGE, .says = get},
+        {CALL(utils_clr_memory_get(nullptr, 65536, 65536, 1)), .status = NIL,
+         .says = null + get},
+        {CALL(utils_clr_memory_get(&block, 65535, 65537, 1)), .status = FULL, .says = get,
+         .writes = {block.is(nullptr)}, .allocations = 0},
+        {CALL(utils_memory_put(held, 2)), .status = KY_STATUS_MEMORY_ERROR,
+         .says = error("Block size exceeds total size for memory type TOPO\n")},
+    });
+    // clang-format on
+}
+
+TEST_F(MemoryTest, Reports)
+{
+    const uint64_t large = 2 * uint64_t{0xFFFFFFF0};
+    void* blocks[2] = {};
+    for (void*& each : blocks) {
+        ASSERT_EQ(utils_memory_get(&each, 0xFFFFFFF0, 12), GOOD);
+    }
+    Said dump = {
+        {0, "", text("%p header Utils memory dump", static_cast<void*>(stderr))},
+        {0, "", text("%p headline index:9 name:20 mem_cnt:20", static_cast<void*>(stderr))}};
+    std::vector<uint64_t> all;
+    for (uint32_t type = 1; type <= 17; type++) {
+        all.push_back(type == 1 ? 10 : type == 12 ? large : 0);
+        const std::string line =
+            text("%p data %u %s ", static_cast<void*>(stderr), type, type_names[type]);
+        dump.push_back({0, "", line + std::to_string(all.back())});
+    }
+    expect({
+        {CALL(utils_memory_print_summary(0)), .says = summary(1, all)},
+        {CALL(utils_memory_print_summary(12)), .says = summary(12, {large})},
+        {CALL(utils_memory_dbg_dump(stderr)), .says = dump},
+    });
+    for (const uint32_t type : edges(1, 17)) {
+        expect(
+            {CALL(utils_memory_print_summary(type)), .status = type <= 17 ? GOOD : RANGE,
+             .says = type == 0    ? summary(1, all)
+                     : type <= 17 ? summary(type, {all[type - 1]})
+                                  : summary(0, {})});
+    }
+    for (void* each : blocks) {
+        EXPECT_EQ(utils_memory_put(each, 12), GOOD);
+    }
 }
 
 /* Two blocks are given back under a type that holds one of them, the second one when the first is
  * about to be counted. */
 TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
 {
-    void* blocks[3] = {};
-    for (uint32_t i = 0; i < 3; i++) {
-        ASSERT_EQ(utils_memory_get(&blocks[i], 10, i == 0 ? 1 : 2), GOOD);
+    void* blocks[2] = {};
+    for (void*& each : blocks) {
+        ASSERT_EQ(utils_memory_get(&each, 10, 2), GOOD);
     }
-    before_next_lock([&blocks] { EXPECT_EQ(utils_memory_put(blocks[1], 1), GOOD); });
-    EXPECT_EQ(utils_memory_put(blocks[2], 1), KY_STATUS_MEMORY_ERROR);
+    before_next_lock([&blocks] { EXPECT_EQ(utils_memory_put(blocks[0], 1), GOOD); });
+    EXPECT_EQ(utils_memory_put(blocks[1], 1), KY_STATUS_MEMORY_ERROR);
     before_next_lock(nullptr);
-    take_records();
-    expect_held({0, 0, 20});
-    EXPECT_EQ(utils_memory_put(blocks[0], 2), GOOD);
-    EXPECT_EQ(utils_memory_put(blocks[2], 2), GOOD);
-    EXPECT_EQ(live_blocks(), 0);
+    take_said();
+    expect({CALL(utils_memory_print_summary(2)), .says = summary(2, {20})});
+    EXPECT_EQ(utils_memory_put(blocks[1], 2), GOOD);
+    EXPECT_EQ(utils_memory_put(std::exchange(held, nullptr), 2), GOOD);
+    EXPECT_EQ(utils_memory_get(&held, 10, 1), GOOD);
 }
 
 TEST_F(MemoryTest, CountsAreExactAfterManyThreads)
 {
-    void* kept[8] = {};
-    in_threads(8, [&kept](uint32_t thread) {
+    const std::string before = state();
+    in_threads(8, [](uint32_t thread) {
         for (uint32_t i = 0; i < 2000; i++) {
-            void* block = nullptr;
+            void* taken = nullptr;
             const uint32_t type = 1 + (thread + i) % 3;
-            EXPECT_EQ(utils_memory_get(&block, i, type), GOOD);
-            EXPECT_EQ(utils_memory_put(block, type), GOOD);
-            if (i % 500 == 0) {
-                utils_log_verbosity_level_set(i / 500 + 2);
-                utils_memory_print_summary(0);
-            }
+            EXPECT_EQ(utils_memory_get(&taken, i, type), GOOD);
+            EXPECT_EQ(utils_memory_put(taken, type), GOOD);
         }
-        EXPECT_EQ(utils_memory_get(&kept[thread], 7, 5), GOOD);
     });
-    expect_held({0, 0, 0, 0, 0, 56});
-    for (void* block : kept) {
-        EXPECT_EQ(utils_memory_put(block, 5), GOOD);
-    }
-    expect_held({});
-}
-
-TEST_F(MemoryTest, DumpPrintsEveryType)
-{
-    void* block = nullptr;
-    ASSERT_EQ(utils_memory_get(&block, 4096, 12), GOOD);
-    std::string expected = "\nUtils memory dump\nindex     name                 mem_cnt"
-                           "              \n";
-    for (uint32_t type = 1; type <= 17; type++) {
-        char row[64];
-        snprintf(
-            row, sizeof row, "%-9u %-20s %-20u \n", type, type_names[type], type == 12 ? 4096 : 0);
-        expected += row;
-    }
-    EXPECT_EQ(
-        printed([](FILE* stream) { EXPECT_EQ(utils_memory_dbg_dump(stream), GOOD); }), expected);
-    EXPECT_EQ(utils_memory_put(block, 12), GOOD);
+    EXPECT_EQ(state(), before);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // Pools, maps, and databases made of both.
 #include "allocation.h"
-#include "recorder.h"
+#include "contract.h"
 
 #include <ky_utils.h>
 
@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr Module utils = {"UTILS", "utils.cpp"};
 constexpr ky_status_t NO_ROOM = KY_STATUS_NO_RESOURCES;
 
 struct Record {
@@ -37,21 +36,38 @@ cl_pool_item_t* pool_item_of_record(void* record)
     return &static_cast<Record*>(record)->pool_item;
 }
 
-/* A database of at most 40 records, and shorthand for what is done with it. */
-class DatabaseTest : public RecordedTest {
+/* A database of eight records, with one of them under key 5; and a pool that is exhausted. */
+class DatabaseTest : public ContractTest {
   protected:
     void SetUp() override
     {
-        RecordedTest::SetUp();
-        EXPECT_OUTCOME(
-            utils_qpool_qmap_init(&pool, &map, 4, 40, 8, sizeof(Record), "test"), GOOD,
-            utils.said(7, "utils_qpool_qmap_init", "Init test DB (Min: 4, Max: 40, Grow: 8)\n"));
+        ContractTest::SetUp();
+        ASSERT_EQ(utils_qpool_qmap_init(&pool, &map, 8, 8, 0, sizeof(Record), "test"), GOOD);
+        ASSERT_EQ(utils_qpool_init(&empty, 0, 0, 0, sizeof(Record), "empty"), GOOD);
+        ASSERT_EQ(add(5, &filed), GOOD);
     }
     void TearDown() override
     {
         cl_qpool_destroy(&pool);
+        cl_qpool_destroy(&empty);
         EXPECT_EQ(live_blocks(), 0);
-        RecordedTest::TearDown();
+    }
+    std::string state() override
+    {
+        std::string state = ContractTest::state();
+        for (cl_map_item_t* item = cl_qmap_head(&map); item != cl_qmap_end(&map);
+             item = cl_qmap_next(item)) {
+            state += text("%p under %u\n", record_of_item(item), uint32_t(item->key));
+        }
+        std::vector<cl_pool_item_t*> in_pool;
+        while (cl_pool_item_t* item = cl_qpool_get(&pool)) {
+            in_pool.push_back(item);
+        }
+        state += text("%zu in the pool\n", in_pool.size());
+        for (; !in_pool.empty(); in_pool.pop_back()) {
+            cl_qpool_put(&pool, in_pool.back());
+        }
+        return state;
     }
     ky_status_t add(uint64_t key, void** record)
     {
@@ -64,142 +80,145 @@ class DatabaseTest : public RecordedTest {
             key, &map, &pool, record_of_item, pool_item_of_record, record);
     }
     cl_qpool_t pool;
+    cl_qpool_t empty;
     cl_qmap_t map;
+    void* filed = nullptr;
 };
 
-TEST_F(DatabaseTest, StatusesResultsAndExitRecords)
+TEST_F(DatabaseTest, Maps)
 {
+    Out<cl_map_item_t*> item;
     Record own = {};
-    void* filed = nullptr;
-    void* record = nullptr;
-    cl_map_item_t* item = nullptr;
-    ASSERT_EQ(add(5, &filed), GOOD);
     cl_map_item_t* const five = item_of_record(filed);
     cl_map_item_t* const end = cl_qmap_end(&map);
-    const std::string no_exit;
+    constexpr uint64_t LARGE = 0x100000005; // no 5
+    const auto insert = [&] { utils_db_qmap_item_ins(LARGE, &map, &own.map_item); };
+    const auto remove = [&] { cl_qmap_remove_item(&map, &own.map_item); };
+    const auto expect_gone = [&] { EXPECT_EQ(cl_qmap_get(&map, LARGE), end); };
+    cl_qmap_t none;
+    cl_qmap_init(&none);
     // clang-format off
-    const struct {
-        const char* label;
-        Call call;
-        ky_status_t status;
-        cl_map_item_t* item;
-        std::string exit; // the function whose exit record is expected
-    } cases[] = {
-        {CALL(utils_qmap_key_exists(&map, 5, &item)), GOOD, five, no_exit},
-        {CALL(utils_qmap_key_exists(&map, 6, &item)), MISSING, end, no_exit},
-        {CALL(utils_qmap_key_exists(&map, 6, nullptr)), MISSING, nullptr, no_exit},
-        {CALL(utils_qmap_key_not_exists(&map, 5, &item)), PRESENT, five, no_exit},
-        {CALL(utils_qmap_key_not_exists(&map, 6, &item)), GOOD, end, no_exit},
-        {CALL(utils_qmap_key_not_exists(&map, 5, nullptr)), PRESENT, nullptr, no_exit},
-        {CALL(utils_qmap_get(&map, 6, &item)), MISSING, end, no_exit},
-        {CALL(utils_qmap_remove(&map, 6, &item)), MISSING, end, no_exit},
-        {CALL(utils_db_qmap_item_get(6, &map, record_of_item, &record)), MISSING, nullptr,
-         "utils_db_qmap_item_get"},
-        {CALL(utils_db_qmap_item_get(5, &map, nullptr, nullptr)), GOOD, nullptr, no_exit},
-        {CALL(utils_db_qmap_item_get(5, &map, record_of_item, nullptr)), GOOD, nullptr, no_exit},
-        {CALL(utils_db_qmap_item_ins(5, &map, &own.map_item)), PRESENT, nullptr,
-         "utils_db_qmap_item_ins"},
-        {CALL(add(5, nullptr)), PRESENT, nullptr, "utils_db_qmap_item_add"},
-        {CALL(add(8, nullptr)), GOOD, nullptr, no_exit},
-        {CALL(del(8, nullptr)), GOOD, nullptr, no_exit},
-        {CALL(del(6, &record)), MISSING, nullptr, "utils_db_qmap_item_del"},
-        {CALL(utils_db_qmap_item_ins(7, &map, &own.map_item)), GOOD, nullptr, no_exit},
-        {CALL(utils_qmap_remove(&map, 7, &item)), GOOD, &own.map_item, no_exit},
-        {CALL(utils_db_qmap_item_ins(7, &map, &own.map_item)), GOOD, nullptr, no_exit},
-        {CALL(utils_db_qmap_item_del(7, &map, &pool, nullptr, nullptr, &record)), GOOD, nullptr,
-         no_exit},
-        {CALL(utils_db_qmap_item_del(5, &map, &pool, record_of_item, nullptr, &record)), GOOD,
-         nullptr, no_exit},
-    };
+    expect({
+        {CALL(utils_qmap_key_exists(&map, 5, &item)), .writes = {item.is(five)}},
+        {CALL(utils_qmap_key_exists(&map, 5, nullptr))},
+        {CALL(utils_qmap_key_exists(&map, LARGE, &item)), .status = MISSING,
+         .writes = {item.is(end)}},
+        {CALL(utils_qmap_key_exists(&map, LARGE, nullptr)), .status = MISSING},
+        {CALL(utils_qmap_key_not_exists(&map, 5, &item)), .status = PRESENT,
+         .writes = {item.is(five)}},
+        {CALL(utils_qmap_key_not_exists(&map, 5, nullptr)), .status = PRESENT},
+        {CALL(utils_qmap_key_not_exists(&map, LARGE, &item)), .writes = {item.is(end)}},
+        {CALL(utils_qmap_get(&map, 5, &item)), .writes = {item.is(five)}},
+        {CALL(utils_qmap_get(&map, LARGE, &item)), .status = MISSING, .writes = {item.is(end)}},
+        {CALL(utils_qmap_remove(&map, LARGE, &item)), .status = MISSING, .writes = {item.is(end)}},
+        {CALL(utils_qmap_remove(&map, LARGE, &item)), .writes = {item.is(&own.map_item)},
+         .given = insert, .then = expect_gone},
+        {CALL(utils_db_qmap_item_ins(LARGE, &map, &own.map_item)), .then = remove},
+        {CALL(utils_db_qmap_item_ins(5, &map, &own.map_item)), .status = PRESENT},
+        {CALL(utils_qmap_is_empty(&none))},
+        {CALL(utils_qmap_is_empty(&map)), .status = KY_STATUS_DB_NOT_EMPTY},
+    });
     // clang-format on
-    utils_log_verbosity_level_set(5);
-    KY_STORE(g_ky_log_module_func_enable, 1);
-    for (const auto& [label, call, status, expected_item, exit] : cases) {
-        SCOPED_TRACE(label);
-        item = nullptr;
-        const Records left = utils.said(31, "utils_ky_log_exit", exit + " - left\n");
-        EXPECT_OUTCOME(call(), status, exit.empty() ? Records{} : left);
-        EXPECT_EQ(item, expected_item);
-    }
-    EXPECT_EQ(record, filed); // handed out, and kept from the pool
-    const Records left = utils.left("utils_qmap_is_empty");
-    EXPECT_OUTCOME(utils_qmap_is_empty(&map), GOOD, left);
-    cl_qmap_insert(&map, 1, &own.map_item);
-    EXPECT_OUTCOME(utils_qmap_is_empty(&map), KY_STATUS_DB_NOT_EMPTY, left);
-    utils_log_verbosity_level_set(4);
-    take_records();
-    EXPECT_OUTCOME(utils_qmap_is_empty(&map), KY_STATUS_DB_NOT_EMPTY, {});
 }
 
-/* Fails every allocation once, from the first one on, until everything succeeds. */
-TEST_F(DatabaseTest, EveryAllocationMayFail)
+#define ADD(key, pool, out) \
+    utils_db_qmap_item_add( \
+        key, &map, pool, record_of_item, record_of_pool_item, item_of_record, out)
+#define DEL(key, pool_item_of, out) \
+    utils_db_qmap_item_del(key, &map, &pool, record_of_item, pool_item_of, out)
+
+TEST_F(DatabaseTest, Records)
 {
-    cl_qpool_t other;
-    const long before = live_blocks();
-    long failures = 0;
-    for (bool done = false; !done; failures++) {
-        fail_allocations_after(failures);
-        const ky_status_t status = utils_qpool_init(&other, 8, 32, 24, sizeof(Record), "other");
-        if (status != GOOD) {
-            EXPECT_EQ(status, KY_STATUS_NO_MEMORY);
-            EXPECT_RECORDS(utils.said(1, "utils_qpool_init", "Init failure of other DB\n"));
-            EXPECT_EQ(live_blocks(), before);
-            continue;
+    Out<void*> record;
+    void* added = nullptr;
+    const auto add_6 = [&] { ASSERT_EQ(add(6, &added), GOOD); };
+    const auto del_6 = [&] { ASSERT_EQ(del(6, nullptr), GOOD); };
+    const auto put_6 = [&] { cl_qpool_put(&pool, pool_item_of_record(added)); };
+    const auto expect_6_is_filed = [&] {
+        EXPECT_EQ(cl_qmap_get(&map, 6), item_of_record(record.get()));
+        del_6();
+    };
+    const auto put_record = [&] {
+        EXPECT_EQ(record.get(), added);
+        put_6();
+    };
+    // clang-format off
+    expect({
+        {CALL(utils_db_qmap_item_get(5, &map, record_of_item, &record)),
+         .writes = {record.is(filed)}},
+        {CALL(utils_db_qmap_item_get(5, &map, record_of_item, nullptr))},
+        {CALL(utils_db_qmap_item_get(5, &map, nullptr, &record))},
+        {CALL(utils_db_qmap_item_get(6, &map, record_of_item, &record)), .status = MISSING},
+        {CALL(ADD(6, &pool, &record)), .writes = {record.is_written()}, .then = expect_6_is_filed},
+        {CALL(ADD(6, &pool, nullptr)), .then = del_6},
+        {CALL(ADD(5, &pool, &record)), .status = PRESENT, .writes = {record.is(filed)}},
+        {CALL(ADD(5, &pool, nullptr)), .status = PRESENT},
+        {CALL(ADD(6, &empty, &record)), .status = NO_ROOM},
+        {CALL(DEL(6, pool_item_of_record, &record)), .writes = {record.is_written()},
+         .given = add_6},
+        {CALL(DEL(6, pool_item_of_record, nullptr)), .given = add_6},
+        {CALL(DEL(6, nullptr, &record)), .writes = {record.is_written()}, .given = add_6,
+         .then = put_record},
+        {CALL(utils_db_qmap_item_del(6, &map, &pool, nullptr, pool_item_of_record, &record)),
+         .given = add_6, .then = put_6},
+        {CALL(DEL(6, pool_item_of_record, &record)), .status = MISSING},
+    });
+    // clang-format on
+    cl_qmap_t other;
+    cl_qmap_init(&other);
+    std::vector<uint64_t> keys;
+    static std::vector<uint64_t>* const dropped = &keys;
+    const auto fill = [&] {
+        for (const uint64_t key : {3U, 1U, 2U}) {
+            cl_pool_item_t* const item = cl_qpool_get(&pool);
+            cl_qmap_insert(&other, key, item_of_record(record_of_pool_item(item)));
         }
-        cl_pool_item_t* item = nullptr;
-        int taken = 0;
-        while (utils_qpool_get(&item, &other) == GOOD) {
-            taken++;
+    };
+    const utils_map_item_to_record_t noted = [](cl_map_item_t* item) {
+        dropped->push_back(item->key);
+        return record_of_item(item);
+    };
+    expect(
+        {CALL(utils_db_qmap_del(&other, &pool, noted, pool_item_of_record)), .given = fill,
+         .then = [&] {
+             EXPECT_EQ(utils_qmap_is_empty(&other), GOOD);
+             EXPECT_EQ(std::exchange(keys, {}), (std::vector<uint64_t>{1, 2, 3}));
+         }});
+}
+
+TEST_F(DatabaseTest, Pools)
+{
+    Out<cl_pool_item_t*> item;
+    Out<cl_qmap_t> new_map;
+    cl_qpool_t new_pool;
+    const auto put = [&] { cl_qpool_put(&pool, item.get()); };
+    const auto destroy = [&] {
+        EXPECT_EQ(last_request() / 1000, 3U);
+        for (int i = 0; i < 5; i++) {
+            EXPECT_NE(cl_qpool_get(&new_pool), nullptr);
         }
-        EXPECT_EQ(utils_qpool_get(&item, &other), NO_ROOM);
-        EXPECT_EQ(item, nullptr);
-        EXPECT_TRUE(taken == 8 || taken == 32);
-        done = taken == 32;
-        cl_qpool_destroy(&other);
-        EXPECT_EQ(live_blocks(), before);
-    }
-    EXPECT_GE(failures, 3); // one at creation, one for growth, and none
-    fail_allocations_after(-1);
-    take_records();
-    EXPECT_OUTCOME(
-        utils_qpool_init(&other, 1, ~0U, ~1U, sizeof(Record), "large"), GOOD,
-        utils.said(
-            7, "utils_qpool_init", "Init large DB (Min: 1, Max: 4294967295, Grow: 4294967294)\n"));
-    cl_qpool_destroy(&other);
-    const auto left = [](const std::string& function) {
-        return utils.said(31, "utils_ky_log_exit", function + " - left\n");
+        EXPECT_EQ(cl_qpool_get(&new_pool), nullptr);
+        cl_qpool_destroy(&new_pool);
     };
-    const auto failed = [&left](const std::string& function) {
-        return utils.said(1, function, "Init failure of both DB\n") + left(function);
-    };
-    cl_qmap_t untouched = {};
-    const auto init = [&] { return utils_qpool_init(&other, 16, 32, 16, sizeof(Record), "both"); };
-    const auto init_both = [&] {
-        return utils_qpool_qmap_init(&other, &untouched, 16, 32, 16, sizeof(Record), "both");
-    };
-    utils_log_verbosity_level_set(0);
-    take_records();
-    for (const Call& call : {Call(init), Call(init_both)}) {
-        fail_allocations_after(-1);
-        EXPECT_OUTCOME(call(), GOOD, {});
-        cl_qpool_destroy(&other);
-        fail_allocations_after(0);
-        EXPECT_OUTCOME(call(), KY_STATUS_NO_MEMORY, {});
-    }
-    untouched = {};
-    utils_log_verbosity_level_set(5);
-    KY_STORE(g_ky_log_module_func_enable, 1);
-    take_records();
-    EXPECT_OUTCOME(init(), KY_STATUS_NO_MEMORY, failed("utils_qpool_init"));
-    EXPECT_OUTCOME(init_both(), KY_STATUS_NO_MEMORY, failed("utils_qpool_qmap_init"));
-    EXPECT_EQ(untouched.state, 0U);
-    for (uint64_t key = 0; key < 4; key++) {
-        EXPECT_EQ(add(key, nullptr), GOOD);
-    }
-    EXPECT_OUTCOME(add(4, nullptr), NO_ROOM, left("utils_db_qmap_item_add"));
-    EXPECT_EQ(utils_qmap_key_exists(&map, 4, nullptr), MISSING);
-    fail_allocations_after(-1);
-    EXPECT_EQ(add(4, nullptr), GOOD);
+    const Said made = notice("Init new DB (Min: 3, Max: 5, Grow: 1)\n");
+    const Said full = error("Init failure of new DB\n");
+    constexpr ky_status_t FULL = KY_STATUS_NO_MEMORY;
+    // clang-format off
+    expect({
+        {CALL(utils_qpool_get(&item, &pool)), .writes = {item.is_written()}, .then = put},
+        {CALL(utils_qpool_get(&item, &empty)), .status = NO_ROOM, .writes = {item.is(nullptr)}},
+        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 1000, "new")), .says = made, .then = destroy},
+        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 1000, "new")), .status = FULL, .says = full,
+         .allocations = 0},
+        {CALL(utils_qpool_init(&new_pool, 1, ~0U, ~1U, 100, "large")),
+         .says = notice("Init large DB (Min: 1, Max: 4294967295, Grow: 4294967294)\n"),
+         .then = [&] { cl_qpool_destroy(&new_pool); }},
+        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 1000, "new")), .says = made,
+         .writes = {new_map.is_written()}, .then = destroy},
+        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 1000, "new")), .status = FULL,
+         .says = full, .allocations = 0},
+    });
+    // clang-format on
 }
 
 } // namespace

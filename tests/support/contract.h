@@ -1,0 +1,190 @@
+/* What holds for every function, checked at every call.
+ *
+ * A test is a row: a call, what it returns, what it says and what it hands out. `expect` makes the call
+ * at several verbosities, with traces off and on, and demands each time: the same status; the records
+ * that pass, in their order, with the traces that the function's class asks for, and no others; out
+ * parameters written only where the row says so; no lock held during a record, an allocation or at
+ * return. Afterwards the state is what it was before. */
+#ifndef CONTRACT_H
+#define CONTRACT_H
+
+#include <ky_common.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+constexpr ky_status_t GOOD = KY_STATUS_SUCCESS;
+constexpr ky_status_t BAD = KY_STATUS_PARAM_ERROR;
+constexpr ky_status_t RANGE = KY_STATUS_PARAM_EXCEEDS_RANGE;
+constexpr ky_status_t NIL = KY_STATUS_PARAM_NULL;
+constexpr ky_status_t MISSING = KY_STATUS_ENTRY_NOT_FOUND;
+constexpr ky_status_t PRESENT = KY_STATUS_ENTRY_ALREADY_EXISTS;
+
+/* ---- What a call says: this stands in front of the logging library ---- */
+
+/* A log statement: one record in either sink. Or a line of a table, with mask 0. */
+struct Statement {
+    uint32_t mask;
+    std::string function; // where it stands; in a row, empty for the function called
+    std::string text;
+    bool is_trace = false;   // in a row: it needs the flag, too
+    std::string module = {}; // and from debug level on the source; filled in for a row
+    bool operator==(const Statement& other) const;
+};
+using Said = std::vector<Statement>;
+
+Said operator+(Said a, const Said& b);
+void PrintTo(const Statement& statement, std::ostream* stream);
+
+/* What has been said since the last call. */
+Said take_said();
+
+Said error(const std::string& text, const std::string& function = {});
+Said notice(const std::string& text, const std::string& function = {});
+Said debug(const std::string& text, const std::string& function = {});
+/* An entry trace, what is said within, and an exit trace. */
+Said around(const std::string& function, const Said& within = {});
+/* What utils_ky_log_exit says of a function. */
+Said left(const std::string& function);
+
+/* What passes of it in a module. */
+Said passing(
+    Said said, const std::string& module, const std::string& source, uint32_t verbosity,
+    int32_t flag);
+
+/* Of all modules; says nothing. */
+void set_verbosity_and_flag(uint32_t verbosity, int32_t flag);
+
+__attribute__((format(printf, 1, 2))) std::string text(const char* format, ...);
+
+/* A text with a value for {u}, {d} (as a signed one) or {x}. */
+std::string filled(std::string message, uint32_t value);
+
+/* ---- What it hands out ---- */
+
+/* What an out parameter must hold after a call: these bytes; if there are none, no rubbish. */
+struct Written {
+    const void* out;
+    std::string bytes;
+};
+
+class AnyOut {
+  public:
+    AnyOut()
+    {
+        all.push_back(this);
+    }
+    AnyOut(const AnyOut&) = delete;
+    AnyOut& operator=(const AnyOut&) = delete;
+    virtual ~AnyOut()
+    {
+        std::erase(all, this);
+    }
+    virtual void fill() = 0;
+    virtual void check(const std::vector<Written>& writes) const = 0;
+
+    static inline std::vector<AnyOut*> all;
+};
+
+/* An out parameter: full of rubbish before each call, with guards around it. */
+template <typename T> class Out final : public AnyOut {
+  public:
+    T* operator&() // so that a row reads as a call does
+    {
+        return &value_;
+    }
+    const T& get() const
+    {
+        return value_;
+    }
+    Written is(const T& value) const
+    {
+        return {this, {reinterpret_cast<const char*>(&value), sizeof value}};
+    }
+    Written is_written() const
+    {
+        return {this, {}};
+    }
+    void fill() override
+    {
+        memset(before_, RUBBISH, sizeof before_);
+        memset(&value_, RUBBISH, sizeof value_);
+        memset(after_, RUBBISH, sizeof after_);
+    }
+    void check(const std::vector<Written>& writes) const override
+    {
+        const std::string rubbish(sizeof value_, RUBBISH);
+        const std::string value(reinterpret_cast<const char*>(&value_), sizeof value_);
+        std::string expected = rubbish;
+        for (const Written& written : writes) {
+            if (written.out == this) {
+                expected = written.bytes.empty() ? value : written.bytes;
+                EXPECT_NE(value, rubbish) << "an out parameter is not written";
+            }
+        }
+        EXPECT_EQ(value, expected) << "an out parameter";
+        EXPECT_EQ(std::string(before_, sizeof before_), std::string(sizeof before_, RUBBISH));
+        EXPECT_EQ(std::string(after_, sizeof after_), std::string(sizeof after_, RUBBISH));
+    }
+
+  private:
+    static constexpr char RUBBISH = '\xA5';
+    char before_[16] = {};
+    T value_ = {};
+    char after_[16] = {};
+};
+
+/* ---- The rows ---- */
+
+struct Row {
+    std::string label; // the call's text, which names the function
+    std::function<uint32_t()> call;
+    uint32_t status = GOOD;
+    Said says = {}; // between the traces of the function's class
+    std::vector<Written> writes = {};
+    long allocations = -1;            // that succeed; all
+    std::function<void()> given = {}; // run before each call,
+    std::function<void()> then = {};  // and after it, to look at what it did and to undo it
+};
+
+#define CALL(...) CALL_AS_EXPANDED(__VA_ARGS__)
+#define CALL_AS_EXPANDED(...) .label = #__VA_ARGS__, .call = [&] { return __VA_ARGS__; }
+
+/* Numbers inside and outside a range: around its ends, and where a narrower or a signed type would wrap
+ * into it. */
+std::vector<uint32_t> edges(uint32_t min, uint32_t max);
+
+/* All access commands, and some that are none, where a narrower type would wrap. */
+std::vector<ky_access_cmd_t> commands();
+
+/* Every test starts with the verbosity and the settings of the load, and without traces. */
+class ContractTest : public testing::Test {
+  protected:
+    void SetUp() override;
+    void expect(const Row& row);
+    void expect(const std::vector<Row>& rows);
+
+    /* What a call that fails must leave alone. A test adds the state of what it has set up. */
+    virtual std::string state();
+
+    uint32_t verbosity = 0; // that the call under way is made at
+};
+
+/* FNV-1a over texts, each with its end: what guards a table that is not worth a second copy. */
+class Fingerprint {
+  public:
+    void add(const char* text);
+    uint64_t value() const
+    {
+        return value_;
+    }
+
+  private:
+    uint64_t value_ = 0xcbf29ce484222325;
+};
+
+#endif
