@@ -1,15 +1,13 @@
 // The adviser as a state machine: its functions in any order, from outside and from callbacks, with
 // and without memory, beside a model of who is registered, who is called, and who is rolled back.
 #include "allocation.h"
+#include "callbacks.h"
 #include "fuzz.h"
 
 #include <ky_adviser.h>
 
-#include <algorithm>
 #include <array>
-#include <functional>
 #include <iterator>
-#include <utility>
 
 namespace {
 
@@ -72,8 +70,9 @@ void require_none_left_out(const Walk& walk, uint32_t end)
     REQUIRE((there & from(walk.next) & ~from(end)) == 0);
 }
 
-ky_status_t call(uint32_t place, adviser_event_t event, const void* event_data)
+ky_status_t call(size_t who, adviser_event_t event, void* event_data)
 {
+    const auto place = static_cast<uint32_t>(who);
     REQUIRE(event_data == model && model->is_initialised && model->walk != nullptr);
     Walk& walk = *model->walk;
     REQUIRE(event == walk.told);
@@ -94,23 +93,7 @@ ky_status_t call(uint32_t place, adviser_event_t event, const void* event_data)
     return status;
 }
 
-template <size_t> ky_status_t callback(adviser_event_t event, void* event_data);
-
-template <size_t... Numbers> auto sorted_callbacks(std::index_sequence<Numbers...>)
-{
-    std::array<adviser_cb_t, sizeof...(Numbers)> all = {callback<Numbers>...};
-    std::sort(all.begin(), all.end(), std::less<>());
-    return all;
-}
-
-const auto callbacks = sorted_callbacks(std::make_index_sequence<CALLBACKS>());
-
-template <size_t Number> ky_status_t callback(adviser_event_t event, void* event_data)
-{
-    static const auto place =
-        std::find(callbacks.begin(), callbacks.end(), callback<Number>) - callbacks.begin();
-    return call(static_cast<uint32_t>(place), event, event_data);
-}
+using AllCallbacks = Callbacks<CALLBACKS, call>;
 
 adviser_event_t any_event()
 {
@@ -176,7 +159,7 @@ void change(ky_access_cmd_t cmd, adviser_event_t event, uint32_t place, bool has
     const ky_status_t promised = expected(cmd, event, place);
     fail_allocations_after(has_memory ? -1 : 0);
     const ky_status_t status =
-        adviser_register_event(cmd, event, place == NOBODY ? nullptr : callbacks[place]);
+        adviser_register_event(cmd, event, place == NOBODY ? nullptr : AllCallbacks::at(place));
     fail_allocations_after(-1);
     const bool lacks_memory = promised == GOOD && cmd == KY_ACCESS_CMD_ADD && !has_memory;
     REQUIRE(status == promised || (lacks_memory && status == KY_STATUS_NO_RESOURCES));

@@ -1,9 +1,9 @@
 // A database (one pool, one map) under its helpers, with and without memory, beside a model.
 #include "allocation.h"
 #include "fuzz.h"
+#include "record.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <map>
 #include <vector>
 
@@ -12,32 +12,6 @@ namespace {
 constexpr ky_status_t GOOD = KY_STATUS_SUCCESS;
 constexpr ky_status_t MISSING = KY_STATUS_ENTRY_NOT_FOUND;
 constexpr ky_status_t PRESENT = KY_STATUS_ENTRY_ALREADY_EXISTS;
-
-struct Record {
-    cl_pool_item_t pool_item; // a pool hands records out by their start
-    cl_map_item_t map_item;
-    uint64_t payload;
-};
-
-void* record_of_map_item(cl_map_item_t* item)
-{
-    return reinterpret_cast<char*>(item) - offsetof(Record, map_item);
-}
-
-void* record_of_pool_item(cl_pool_item_t* item)
-{
-    return reinterpret_cast<char*>(item) - offsetof(Record, pool_item);
-}
-
-cl_map_item_t* map_item_of(void* record)
-{
-    return &static_cast<Record*>(record)->map_item;
-}
-
-cl_pool_item_t* pool_item_of(void* record)
-{
-    return &static_cast<Record*>(record)->pool_item;
-}
 
 class Database {
   public:
@@ -50,7 +24,7 @@ class Database {
         void* record = this;
         fail_allocations_after(has_memory ? -1 : 0);
         const ky_status_t status = utils_db_qmap_item_add(
-            key, &map, &pool, record_of_map_item, record_of_pool_item, map_item_of, &record);
+            key, &map, &pool, record_of_item, record_of_pool_item, item_of_record, &record);
         fail_allocations_after(-1);
         if (records_.contains(key)) {
             REQUIRE(status == PRESENT && record == records_[key] && live_blocks() == blocks);
@@ -69,7 +43,8 @@ class Database {
         const bool keeps_record = input_.once_in(2);
         void* record = this;
         const ky_status_t status = utils_db_qmap_item_del(
-            key, &map, &pool, record_of_map_item, keeps_record ? nullptr : pool_item_of, &record);
+            key, &map, &pool, record_of_item, keeps_record ? nullptr : pool_item_of_record,
+            &record);
         REQUIRE(status == (records_.contains(key) ? GOOD : MISSING));
         REQUIRE(status == GOOD || record == this);
         if (status == GOOD) {
@@ -98,7 +73,7 @@ class Database {
         REQUIRE(utils_qmap_key_not_exists(&map, key, &item) == (is_there ? PRESENT : GOOD));
         void* record = this;
         REQUIRE(
-            utils_db_qmap_item_get(key, &map, record_of_map_item, &record) ==
+            utils_db_qmap_item_get(key, &map, record_of_item, &record) ==
             (is_there ? GOOD : MISSING));
         REQUIRE(is_there ? static_cast<Record*>(record)->payload == ~key : record == this);
     }
@@ -131,9 +106,9 @@ class Database {
         keys.clear();
         const auto noted = [](cl_map_item_t* item) {
             keys.push_back(item->key);
-            return record_of_map_item(item);
+            return record_of_item(item);
         };
-        REQUIRE(utils_db_qmap_del(&map, &pool, noted, pool_item_of) == GOOD);
+        REQUIRE(utils_db_qmap_del(&map, &pool, noted, pool_item_of_record) == GOOD);
         const auto key_of = [](const auto& row) { return row.first; };
         REQUIRE(std::ranges::equal(keys, records_, {}, {}, key_of)); // in their order
         records_.clear();

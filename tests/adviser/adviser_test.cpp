@@ -1,12 +1,11 @@
 // The adviser: its registry, its walks, and callbacks that change the registry under them.
 #include "allocation.h"
+#include "callbacks.h"
 #include "contract.h"
 
 #include <ky_adviser.h>
 #include <ky_names.h>
 
-#include <algorithm>
-#include <array>
 #include <map>
 
 namespace {
@@ -21,27 +20,14 @@ constexpr ky_status_t ERROR = KY_STATUS_ERROR;
 /* What a callback does, told which one it is in the order of addresses. */
 std::function<ky_status_t(size_t, adviser_event_t, void*)> behaviour;
 
-size_t place_of(adviser_cb_t self);
-
-template <size_t I> ky_status_t callback(adviser_event_t event, void* data)
+ky_status_t called(size_t who, adviser_event_t event, void* data)
 {
-    return behaviour(place_of(callback<I>), event, data);
+    return behaviour(who, event, data);
 }
 
-template <size_t... I>
-std::array<adviser_cb_t, sizeof...(I)> sorted_callbacks(std::index_sequence<I...>)
+adviser_cb_t callback(size_t who)
 {
-    std::array<adviser_cb_t, sizeof...(I)> all = {callback<I>...};
-    std::sort(all.begin(), all.end(), std::less<>());
-    return all;
-}
-
-const auto callbacks = sorted_callbacks(std::make_index_sequence<256>());
-
-size_t place_of(adviser_cb_t self)
-{
-    const auto found = std::lower_bound(callbacks.begin(), callbacks.end(), self, std::less<>());
-    return static_cast<size_t>(found - callbacks.begin());
+    return Callbacks<256, called>::at(who);
 }
 
 adviser_event_t event_of(uint32_t value)
@@ -51,12 +37,12 @@ adviser_event_t event_of(uint32_t value)
 
 ky_status_t add(uint32_t event, size_t who)
 {
-    return adviser_register_event(ADD, event_of(event), callbacks[who]);
+    return adviser_register_event(ADD, event_of(event), callback(who));
 }
 
 ky_status_t remove(uint32_t event, size_t who)
 {
-    return adviser_register_event(DELETE, event_of(event), callbacks[who]);
+    return adviser_register_event(DELETE, event_of(event), callback(who));
 }
 
 ky_status_t process(uint32_t event, void* data = nullptr)
@@ -137,10 +123,8 @@ const Said pre_fail = around("__is_event_pre_fail_event");
 
 TEST_F(AdviserTest, Commands)
 {
-    const adviser_cb_t a = callbacks[0];
+    const adviser_cb_t a = callback(0);
     Out<uint32_t> level;
-    const std::string adder = "__adviser_add_event";
-    const std::string remover = "__adviser_remove_event";
     const std::string place = "to pre fail event 'PRE-FAILED-PORT-DELETED-FROM-SWID'.\n";
     // clang-format off
     expect({
@@ -152,23 +136,23 @@ TEST_F(AdviserTest, Commands)
          .then = open},
         {CALL(adviser_register_event(ADD, event_of(1), a)), .status = PRESENT,
          .says = in_add(pre_fail + in_lookup() +
-             notice("Can't add advisor to 'PORT-ADDED' adviser (Entry Already Exists).\n", adder))},
+             notice("Can't add advisor to 'PORT-ADDED' adviser (Entry Already Exists).\n"))},
         {CALL(adviser_register_event(ADD, event_of(12), nullptr)), .status = NIL,
          .says = in_add(error("Register to event 'PRE-FAILED-PORT-DELETED-FROM-SWID' param NULL "
-             "given.\n", adder))},
+             "given.\n"))},
         {CALL(adviser_register_event(ADD, event_of(60), nullptr)), .status = NIL,
-         .says = in_add(error("Register to event 'UNKNOWN' param NULL given.\n", adder))},
+         .says = in_add(error("Register to event 'UNKNOWN' param NULL given.\n"))},
         {CALL(adviser_register_event(ADD, PRE_FAILED, a)), .status = BAD,
-         .says = in_add(pre_fail + error("SDK flow error - should not register " + place, adder))},
+         .says = in_add(pre_fail + error("SDK flow error - should not register " + place))},
         {CALL(adviser_register_event(DELETE, event_of(3), a)), .status = MISSING,
          .says = in_remove(in_lookup() + error(
-             "Can't delete advisor from 'SWID-ADDED' adviser (Entry Not Found).\n", remover))},
+             "Can't delete advisor from 'SWID-ADDED' adviser (Entry Not Found).\n"))},
         {CALL(adviser_register_event(DELETE, event_of(51), nullptr)), .status = MISSING,
          .says = in_remove(in_lookup() + error(
-             "Can't delete advisor from 'POST_ECMP_UPDATE' adviser (Entry Not Found).\n", remover))},
+             "Can't delete advisor from 'POST_ECMP_UPDATE' adviser (Entry Not Found).\n"))},
         {CALL(adviser_register_event(DELETE, PRE_FAILED, a)),
          .says = in_remove(in_lookup() + debug("Advisor deleted from "
-             "'PRE-FAILED-PORT-DELETED-FROM-SWID' adviser.\n", remover)),
+             "'PRE-FAILED-PORT-DELETED-FROM-SWID' adviser.\n")),
          .then = [] { EXPECT_EQ(add(11, 0), GOOD); }},
         {CALL(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &verbosity))},
     });
@@ -199,17 +183,16 @@ TEST_F(AdviserTest, EventsAndTheirRange)
         const bool is_event = event >= 1 && event <= ADVISER_EVENT_MAX;
         const std::string name = event == 1 ? "PORT-ADDED" : "POST_ECMP_UPDATE";
         const Said found =
-            is_event ? in_lookup()
-                     : in_lookup(error(
-                           "Unsupported event (" + std::to_string(static_cast<int>(event)) + ").\n",
-                           "__adviser_event_map_get"));
-        const auto said = [&](const std::string& verb, const std::string& function) {
-            return is_event ? debug("Advisor " + verb + " '" + name + "' adviser.\n", function)
-                            : Said{};
+            is_event
+                ? in_lookup()
+                : in_lookup(error(
+                      "Unsupported event (" + std::to_string(static_cast<int>(event)) + ").\n"));
+        const auto said = [&](const std::string& verb) {
+            return is_event ? debug("Advisor " + verb + " '" + name + "' adviser.\n") : Said{};
         };
-        const auto closed = [&](const std::string& verb, const std::string& function) {
+        const auto closed = [&](const std::string& verb) {
             const std::string why = "' (Database Wasn't Initialized).\n";
-            return is_event ? error("Can't " + verb + " event '" + name + why, function) : Said{};
+            return is_event ? error("Can't " + verb + " event '" + name + why) : Said{};
         };
         const auto add_it = [&] { is_event ? add(event, 9) : GOOD; };
         const auto remove_it = [&] { is_event ? remove(event, 9) : GOOD; };
@@ -217,22 +200,22 @@ TEST_F(AdviserTest, EventsAndTheirRange)
         const ky_status_t refused = is_event ? CLOSED : RANGE;
         // clang-format off
         expect({
-            {CALL(adviser_register_event(ADD, event_of(event), callbacks[9])), .status = status,
-             .says = in_add(pre_fail + found + said("added to", "__adviser_add_event")),
+            {CALL(adviser_register_event(ADD, event_of(event), callback(9))), .status = status,
+             .says = in_add(pre_fail + found + said("added to")),
              .then = remove_it},
-            {CALL(adviser_register_event(DELETE, event_of(event), callbacks[9])), .status = status,
-             .says = in_remove(found + said("deleted from", "__adviser_remove_event")),
+            {CALL(adviser_register_event(DELETE, event_of(event), callback(9))), .status = status,
+             .says = in_remove(found + said("deleted from")),
              .given = add_it},
             {CALL(adviser_process_event(event_of(event), nullptr)), .status = status,
              .says = found},
-            {CALL(adviser_register_event(ADD, event_of(event), callbacks[9])), .status = refused,
-             .says = in_add(pre_fail + found + closed("register to", "__adviser_add_event")),
+            {CALL(adviser_register_event(ADD, event_of(event), callback(9))), .status = refused,
+             .says = in_add(pre_fail + found + closed("register to")),
              .given = close, .then = open},
-            {CALL(adviser_register_event(DELETE, event_of(event), callbacks[9])), .status = refused,
-             .says = in_remove(found + closed("deregister from", "__adviser_remove_event")),
+            {CALL(adviser_register_event(DELETE, event_of(event), callback(9))), .status = refused,
+             .says = in_remove(found + closed("deregister from")),
              .given = close, .then = open},
             {CALL(adviser_process_event(event_of(event), nullptr)), .status = refused,
-             .says = found + closed("process", "adviser_process_event"),
+             .says = found + closed("process"),
              .given = close, .then = open},
         });
         // clang-format on
@@ -243,11 +226,10 @@ TEST_F(AdviserTest, EventsAndTheirRange)
         {CALL(adviser_deinit()), .status = CLOSED,
          .says = error("Can't De-Init adviser " + no_registry), .given = close, .then = open},
         {CALL(adviser_register_event(ADD, event_of(1), nullptr)), .status = NIL,
-         .says = in_add(error("Register to event 'PORT-ADDED' param NULL given.\n",
-                              "__adviser_add_event")), .given = close, .then = open},
-        {CALL(adviser_register_event(ADD, PRE_FAILED, callbacks[0])), .status = BAD,
+         .says = in_add(error("Register to event 'PORT-ADDED' param NULL given.\n")), .given = close, .then = open},
+        {CALL(adviser_register_event(ADD, PRE_FAILED, callback(0))), .status = BAD,
          .says = in_add(pre_fail + error("SDK flow error - should not register to pre fail event "
-             "'PRE-FAILED-PORT-DELETED-FROM-SWID'.\n", "__adviser_add_event")),
+             "'PRE-FAILED-PORT-DELETED-FROM-SWID'.\n")),
          .given = close, .then = open},
     });
     // clang-format on
@@ -258,19 +240,18 @@ TEST_F(AdviserTest, TwoHundredAndFiftyFiveRegistrationsAndNoMore)
     close();
     ASSERT_EQ(adviser_init(), GOOD);
     const Said full = in_add(
-        pre_fail + in_lookup() +
-        error("Can't allocate advisor at adviser (No More Resources).\n", "__adviser_add_event"));
+        pre_fail + in_lookup() + error("Can't allocate advisor at adviser (No More Resources).\n"));
     for (uint32_t i = 0; i < 255; i++) {
         if (i % 16 == 0 && i > 0) { // steps of 16, the last one of 15
             expect(
-                {CALL(adviser_register_event(ADD, event_of(1), callbacks[255])),
+                {CALL(adviser_register_event(ADD, event_of(1), callback(255))),
                  .status = KY_STATUS_NO_RESOURCES, .says = full, .allocations = 0});
         }
         ASSERT_EQ(add(i % 11 + 1, i), GOOD) << i;
         ASSERT_EQ(live_blocks(), i / 16 + 1) << i;
     }
     expect(
-        {CALL(adviser_register_event(ADD, event_of(1), callbacks[255])),
+        {CALL(adviser_register_event(ADD, event_of(1), callback(255))),
          .status = KY_STATUS_NO_RESOURCES, .says = full});
     EXPECT_EQ(remove(2, 1), GOOD);
     EXPECT_EQ(add(1, 255), GOOD);

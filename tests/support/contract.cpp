@@ -252,8 +252,13 @@ Said debug(const std::string& text, const std::string& function)
     return {{KY_LOG_MASK_DEBUG, function, text}};
 }
 
-Said around(const std::string& function, const Said& within)
+Said around(const std::string& function, Said within)
 {
+    for (Statement& statement : within) {
+        if (statement.function.empty() && statement.mask != 0) {
+            statement.function = function;
+        }
+    }
     const Said entry = {{KY_LOG_MASK_DEBUG, function, function + " - entered \n", true}};
     return entry + within + Said{{KY_LOG_MASK_DEBUG, function, function + " - left \n", true}};
 }
@@ -342,10 +347,6 @@ void ContractTest::expect(const Row& row)
     }
     if (traces == Traces::exit_by_failure && row.status != GOOD) {
         whole = whole + left(function);
-    }
-    for (Statement& statement : whole) {
-        const bool is_line = statement.mask == 0;
-        statement.function = statement.function.empty() && !is_line ? function : statement.function;
     }
 
     const std::string before = state();

@@ -29,7 +29,7 @@ constexpr ky_status_t PRESENT = KY_STATUS_ENTRY_ALREADY_EXISTS;
 /* A log statement: one record in either sink. Or a line of a table, with mask 0. */
 struct Statement {
     uint32_t mask;
-    std::string function; // where it stands; in a row, empty for the function called
+    std::string function; // where it stands; in a row, empty for the one around
     std::string text;
     bool is_trace = false;   // in a row: it needs the flag, too
     std::string module = {}; // and from debug level on the source; filled in for a row
@@ -46,8 +46,8 @@ Said take_said();
 Said error(const std::string& text, const std::string& function = {});
 Said notice(const std::string& text, const std::string& function = {});
 Said debug(const std::string& text, const std::string& function = {});
-/* An entry trace, what is said within, and an exit trace. */
-Said around(const std::string& function, const Said& within = {});
+/* An entry trace, what the function says, and an exit trace. */
+Said around(const std::string& function, Said within = {});
 /* What utils_ky_log_exit says of a function. */
 Said left(const std::string& function);
 

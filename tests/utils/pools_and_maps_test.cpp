@@ -1,40 +1,13 @@
 // Pools, maps, and databases made of both.
 #include "allocation.h"
 #include "contract.h"
+#include "record.h"
 
 #include <ky_utils.h>
-
-#include <cstddef>
 
 namespace {
 
 constexpr ky_status_t NO_ROOM = KY_STATUS_NO_RESOURCES;
-
-struct Record {
-    cl_pool_item_t pool_item;
-    int value;
-    cl_map_item_t map_item;
-};
-
-void* record_of_item(cl_map_item_t* item)
-{
-    return reinterpret_cast<char*>(item) - offsetof(Record, map_item);
-}
-
-void* record_of_pool_item(cl_pool_item_t* item)
-{
-    return item;
-}
-
-cl_map_item_t* item_of_record(void* record)
-{
-    return &static_cast<Record*>(record)->map_item;
-}
-
-cl_pool_item_t* pool_item_of_record(void* record)
-{
-    return &static_cast<Record*>(record)->pool_item;
-}
 
 /* A database of eight records, with one of them under key 5; and a pool that is exhausted. */
 class DatabaseTest : public ContractTest {
