@@ -10,8 +10,6 @@
 #include <stdlib.h>
 #include <string.h>
 
-#define EVENT_MAX ADVISER_EVENT_POST_ECMP_UPDATE
-
 static const char* const event_names[] = {
 // clang-format off
 #define EVENT(name) [ADVISER_EVENT_##name] = #name
@@ -73,7 +71,7 @@ static const char* const event_names[] = {
 
 static const char* event_name(uint32_t event)
 {
-    return event <= EVENT_MAX ? event_names[event] : "Unknown";
+    return event <= ADVISER_EVENT_MAX ? event_names[event] : "Unknown";
 }
 
 /* ---- Modules ---- */
@@ -99,7 +97,7 @@ static struct module {
     struct {
         uint32_t answer;
         ky_status_t status; /* to reject with */
-    } told[EVENT_MAX + 1];
+    } told[ADVISER_EVENT_MAX + 1];
 } modules[MODULES_MAX];
 
 static ky_status_t called(adviser_cb_t callback, adviser_event_t event);

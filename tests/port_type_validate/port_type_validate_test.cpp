@@ -10,6 +10,8 @@ namespace {
 
 class PortTypeTest : public ContractTest {};
 
+constexpr uint32_t LAST = PORT_TYPE_VALIDATION_ROWS - 2;
+
 TEST_F(PortTypeTest, DictionaryIsAsItWas)
 {
     std::map<int, int> rows_of_mask;
@@ -37,7 +39,7 @@ TEST_F(PortTypeTest, EveryRowJudgesEveryTypeByItsMask)
                    {0x20, "CPU"},     {0, "N/A"},     {0, "N/A"},      {0, "N/A"},
                    {0x10, "NVE"},     {0, ""},        {0, ""},         {0, "Unknown"},
                    {0, "Unknown"},    {0, "Unknown"}, {0, "Unknown"},  {0, "Unknown"}};
-    for (uint32_t row = 1; row <= 172; row++) {
+    for (uint32_t row = 1; row <= LAST; row++) {
         for (uint32_t type = 0; type < 16; type++) {
             const auto& [bit, name] = types[type];
             const uint32_t port = type << 28 | (row * 0x01234567 & 0x0fffffff);
@@ -57,8 +59,8 @@ TEST_F(PortTypeTest, EveryRowJudgesEveryTypeByItsMask)
 
 TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
 {
-    for (const uint32_t row : edges(1, 172)) {
-        const bool is_row = row >= 1 && row <= 172;
+    for (const uint32_t row : edges(1, LAST)) {
+        const bool is_row = row >= 1 && row <= LAST;
         const std::string id = std::to_string(std::bit_cast<int32_t>(row));
         const std::string text =
             "enum_id invalid (Enum id " + id + " is not included in port validation dictionary)\n";

@@ -154,6 +154,9 @@ struct Row {
 #define CALL(...) CALL_AS_EXPANDED(__VA_ARGS__)
 #define CALL_AS_EXPANDED(...) .label = #__VA_ARGS__, .call = [&] { return __VA_ARGS__; }
 
+/* Every exported function needs one, or the run fails; `expect` calls this. */
+void has_a_row(const std::string& function);
+
 /* Numbers inside and outside a range: around its ends, and where a narrower or a signed type would wrap
  * into it. */
 std::vector<uint32_t> edges(uint32_t min, uint32_t max);

@@ -2,6 +2,7 @@
 // only repeat a mistake.
 #include "contract.h"
 
+#include <ky_adviser.h>
 #include <ky_names.h>
 
 namespace {
@@ -72,8 +73,8 @@ const Enumeration enumerations[] = {
 
 TEST_F(NamesTest, TablesAreAsTheyWere)
 {
-    EXPECT_EQ(std::size(enumerations), 81U);
     for (const auto& [str, name, bound, expected] : enumerations) {
+        has_a_row("ky_" + name + "_str");
         Fingerprint fingerprint;
         for (uint32_t value = 0; value <= bound + 1; value++) {
             ASSERT_NE(str(value), nullptr) << name << " " << value;
@@ -97,6 +98,36 @@ TEST_F(NamesTest, ValuesAboveTheBoundYieldTheDefault)
         const auto wide = reinterpret_cast<const char* (*)(uint64_t)>(any);
         EXPECT_EQ(wide(0xa5a5a5a500000000), str(0)) << name;
 #endif
+    }
+}
+
+TEST_F(NamesTest, EveryStatusAndCommandHasOne)
+{
+#define STATUS(constant, value) \
+    EXPECT_STRNE(ky_status_str(KY_STATUS_##constant), "") << "KY_STATUS_" #constant;
+#define COMMAND(constant, value) \
+    EXPECT_STRNE(ky_access_cmd_str(KY_ACCESS_CMD_##constant), "") << "KY_ACCESS_CMD_" #constant;
+#include "../../abi/constants.inc"
+}
+
+/* It only has to compile: it does not if a constant is missing in the list. */
+#pragma GCC diagnostic error "-Wswitch"
+[[maybe_unused]] void list(ky_status_t status, ky_access_cmd_t command, adviser_event_t event)
+{
+    switch (status) {
+#define STATUS(constant, value) case KY_STATUS_##constant:
+#include "../../abi/constants.inc"
+        break;
+    }
+    switch (command) {
+#define COMMAND(constant, value) case KY_ACCESS_CMD_##constant:
+#include "../../abi/constants.inc"
+        break;
+    }
+    switch (event) {
+#define EVENT(constant, value) case ADVISER_EVENT_##constant:
+#include "../../abi/constants.inc"
+        break;
     }
 }
 
