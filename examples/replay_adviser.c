@@ -5,6 +5,7 @@
 #include <ky_adviser.h>
 #include <ky_names.h>
 
+#include <assert.h>
 #include <inttypes.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -68,6 +69,7 @@ static const char* const event_names[] = {
     EVENT(POST_ECMP_UPDATE),
 #undef EVENT
 };
+static_assert(COUNT_OF(event_names) == ADVISER_EVENT_MAX + 1, "an event has no name here");
 
 static const char* event_name(uint32_t event)
 {
