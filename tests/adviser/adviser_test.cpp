@@ -157,18 +157,23 @@ TEST_F(AdviserTest, Commands)
         {CALL(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &verbosity))},
     });
     // clang-format on
+    for (const uintptr_t bit : {uintptr_t{1}, ~(UINTPTR_MAX >> 1)}) { // an address counts in full
+        const auto other = reinterpret_cast<adviser_cb_t>(reinterpret_cast<uintptr_t>(a) ^ bit);
+        EXPECT_EQ(adviser_register_event(DELETE, event_of(1), other), MISSING);
+    }
     for (const ky_access_cmd_t cmd : commands()) {
         const std::string name = ky_access_cmd_str(cmd);
         if (cmd != ADD && cmd != DELETE) {
             expect(
-                {CALL(adviser_register_event(cmd, event_of(2), a)),
+                {CALL(adviser_register_event(cmd, event_of(0), nullptr)),
                  .status = KY_STATUS_CMD_UNSUPPORTED,
-                 .says = error("Unsupported access-command (" + name + ")\n")});
+                 .says = error("Unsupported access-command (" + name + ")\n"), .given = close,
+                 .then = open});
         }
         const bool gets = cmd == KY_ACCESS_CMD_GET;
         if (cmd != KY_ACCESS_CMD_SET) {
             expect(
-                {CALL(adviser_log_verbosity_level(cmd, &level)),
+                {CALL(adviser_log_verbosity_level(cmd, gets ? &level : nullptr)),
                  .status = gets ? GOOD : KY_STATUS_CMD_UNSUPPORTED,
                  .says = gets ? Said{} : error("Reached default access command : [" + name + "]"),
                  .writes = gets ? std::vector{level.is_written()} : std::vector<Written>{},
@@ -253,6 +258,12 @@ TEST_F(AdviserTest, TwoHundredAndFiftyFiveRegistrationsAndNoMore)
     expect(
         {CALL(adviser_register_event(ADD, event_of(1), callback(255))),
          .status = KY_STATUS_NO_RESOURCES, .says = full});
+    EXPECT_EQ(add(1, 0), PRESENT);
+    calls.clear();
+    answers = {
+        {"252(11) ", ERROR}}; // the last one of 23: all are called, and all others rolled back
+    EXPECT_EQ(process(11), ERROR);
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), ' '), 23 + 22);
     EXPECT_EQ(remove(2, 1), GOOD);
     EXPECT_EQ(add(1, 255), GOOD);
 }
@@ -269,7 +280,7 @@ TEST_F(AdviserTest, CallbacksRunInOrderUntilOneFails)
         error("SDK Internal error: failed to get fail event of pre event.\n");
     const Said rollbacks = error("Adviser fail in rollback event Entry Not Found.\n") +
                            error("Adviser fail in rollback event Unknown.\n");
-    constexpr auto ODD = static_cast<ky_status_t>(4711);
+    constexpr auto ODD = static_cast<ky_status_t>(0x80000000);
     // clang-format off
     const struct {
         uint32_t event;
@@ -332,6 +343,12 @@ TEST_F(AdviserTest, AdvisorsThatLeaveDuringAWalkAreNotCalled)
     using Action = std::function<void()>;
     const auto drop = [](size_t who) -> Action { return [who] { remove(PRE_DELETED, who); }; };
     const Action end = [] { adviser_deinit(); };
+    bool is_within = false; // a walk within a walk
+    const Action nest = [&] {
+        const bool was_within = std::exchange(is_within, true);
+        was_within ? BAD : process(PRE_DELETED);
+        drop(was_within ? 2 : 3)();
+    };
     const std::string all = "0(11) 1(11) 2(11) 3(11) ";
     // clang-format off
     const struct {
@@ -350,7 +367,9 @@ TEST_F(AdviserTest, AdvisorsThatLeaveDuringAWalkAreNotCalled)
          all + "0(12) 1(12) 2(12) 4(12) "},
         {"the next one, in the rollback", 0, PRE_FAILED, drop(1), all + "0(12) 2(12) "},
         {"the next one, whose record another event takes", 1, PRE_DELETED,
-         [&] { drop(2)(); add(1, 9); }, "0(11) 1(11) 3(11) 0(12) 1(12) "},
+         [&] { drop(2)(); EXPECT_EQ(add(1, 9), GOOD); }, "0(11) 1(11) 3(11) 0(12) 1(12) "},
+        {"the next one, within a walk and behind it", 1, PRE_DELETED, nest,
+         "0(11) 0(11) 1(11) 3(11) 0(12) 1(12) 1(11) 4(11) "},
         {"all", 1, PRE_DELETED, end, "0(11) 1(11) "},
         {"all, in the rollback", 1, PRE_FAILED, end, all + "0(12) 1(12) "},
         {"all, and others come", 1, PRE_DELETED,
@@ -372,7 +391,7 @@ TEST_F(AdviserTest, AdvisorsThatLeaveDuringAWalkAreNotCalled)
             }
             return note(self, event);
         };
-        process(PRE_DELETED);
+        EXPECT_EQ(process(PRE_DELETED), row.calls.ends_with("(12) ") ? ERROR : GOOD);
         EXPECT_EQ(calls, row.calls);
     }
 }

@@ -78,7 +78,7 @@ struct Request {
     ky_mc_route_attr_t attr = {1, 1, 0xdead, 2, 0xdead, 70000, 2, 0xffff, 0xffff};
     ky_mc_route_data_t data = {4, 3, 0};
     uint32_t has_filter = 1;
-    ky_mc_route_get_filter_t filter = {1, source4, 1, group4, 1, 2};
+    ky_mc_route_get_filter_t filter = {1, source4, 1, group4, 1, 0x10001};
     uint32_t count = 1; // entries, egress RIFs
     uint32_t id = 511;  // counter, RPF group
     uint32_t vif_count = 4;
@@ -106,16 +106,16 @@ struct Validator {
 
 // clang-format off
 const Validator route_set = VALIDATOR(mc_route_set,
-    r.cmd, 1, KEY, if_read(add_or_edit(r.cmd), &r.attr), if_read(add_or_edit(r.cmd), &r.data));
+    r.cmd, 0xFFFF, KEY, if_read(add_or_edit(r.cmd), &r.attr), if_read(add_or_edit(r.cmd), &r.data));
 const Validator route_get = VALIDATOR(mc_route_get,
-    r.cmd, 1, if_read(r.cmd == GET, &r.key),
+    r.cmd, 0xFFFF, if_read(r.cmd == GET, &r.key),
     if_read(r.cmd != GET, r.has_filter != 0 ? &r.filter : nullptr), unread,
     if_read(r.cmd != KY_ACCESS_CMD_COUNT, &r.count));
-const Validator egress_rif_set = VALIDATOR(mc_egress_rif_set, r.cmd, 1, &r.key, unread, r.count);
-const Validator egress_rif_get = VALIDATOR(mc_egress_rif_get, 1, &r.key, unread, unread);
-const Validator activity_get = VALIDATOR(mc_route_activity_get, r.cmd, 1, &r.key, unread);
-const Validator counter_set = VALIDATOR(mc_route_counter_bind_set, r.cmd, 1, &r.key, r.id);
-const Validator counter_get = VALIDATOR(mc_route_counter_bind_get, 1, &r.key, unread);
+const Validator egress_rif_set = VALIDATOR(mc_egress_rif_set, r.cmd, 0xFFFF, &r.key, unread, r.count);
+const Validator egress_rif_get = VALIDATOR(mc_egress_rif_get, 0xFFFF, &r.key, unread, unread);
+const Validator activity_get = VALIDATOR(mc_route_activity_get, r.cmd, 0xFFFF, &r.key, unread);
+const Validator counter_set = VALIDATOR(mc_route_counter_bind_set, r.cmd, 0xFFFF, &r.key, r.id);
+const Validator counter_get = VALIDATOR(mc_route_counter_bind_get, 0xFFFF, &r.key, unread);
 const Validator rpf_group_set = VALIDATOR(mc_rpf_group_set,
     r.cmd, if_read(has_id(r.cmd), &r.id), if_read(r.vif_count > 0, r.vifs), r.vif_count);
 const Validator rpf_group_get = VALIDATOR(mc_rpf_group_get,
@@ -194,7 +194,8 @@ Cases key_cases(const Commands& versions, const Commands& ranges)
         return version;
     };
     const auto unequal = [&](uint32_t source, uint32_t group, const std::string& message) -> Case {
-        return {versions, WITH(r.key = {zero(source), zero(group)}), BAD, message, in_versions};
+        const auto bad = [](uint32_t version) { return ipv6({1, 0, 0, 0}, {0, 0, 0, 0}, version); };
+        return {versions, WITH(r.key = {bad(source), bad(group)}), BAD, message, in_versions};
     };
     const auto judged = [&](const ky_ip_prefix_t& source, const ky_ip_prefix_t& group,
                             ky_status_t status = GOOD, const std::string& message = {}) -> Case {
@@ -210,6 +211,7 @@ Cases key_cases(const Commands& versions, const Commands& ranges)
             unequal(2, 1, "Source IP version IPv6 and MC IP version IPv4 are not equal\n"),
             unequal(1, 2, "Source IP version IPv4 and MC IP version IPv6 are not equal\n"),
             unequal(0, 3, "Source IP version None and MC IP version IPv4&IPv6 are not equal\n"),
+            unequal(3, 1, "Source IP version IPv4&IPv6 and MC IP version IPv4 are not equal\n"),
             judged(ipv4(1, 0), ipv4(0xC0A80101, ~0U), RANGE, "Given MC mask "
                    "192.168.1.1/255.255.255.255 is not in the valid MC address range\n"),
             judged(source6, ipv6({0xFE0E0000, 1, 2, 3}, {~0U, ~0U, ~0U, 0}), RANGE, "Given MC mask "
@@ -221,12 +223,14 @@ Cases key_cases(const Commands& versions, const Commands& ranges)
                    "::/ffff:ffff::1:0:0 is not a valid IPv4 or IPv6 prefix\n"),
             judged(source4, ipv4(0xE0000000, 0xE0000000), BAD,
                    "Given MC mask 224.0.0.0/224.0.0.0 is not a valid mask\n"),
-            judged(source4, ipv4(~0U, ~0U), BAD,
-                   "Given MC mask 255.255.255.255/255.255.255.255 is not a valid mask\n"),
+            judged(source4, ipv4(~0U, 0), BAD,
+                   "Given MC mask 255.255.255.255/0.0.0.0 is not a valid mask\n"),
             judged(source6, ipv6({0xFF0E0000, 0, 0, 1}, {0xFF000000, 0, 0, 0}), BAD,
                    "Given MC mask ff0e::1/ff00:: is not a valid mask\n"),
             judged(zero(3), ipv6({0xFF000000, 0, 0, 0}, {0, 0, 0, 0}, 3), BAD,
                    "Given MC mask Invalid IP version/Invalid IP version is not a valid mask\n"),
+            judged(zero(0), ipv6({0xE0000000, ~0U, 0, 0}, {0, 0, 0, 0}, 0), RANGE, "Given MC mask Invalid "
+                   "IP version/Invalid IP version is not in the valid MC address range\n"),
             judged(source6, group6), judged(source6, zero(2)), judged(source4, ipv4(0, 0)),
         };
 }
@@ -275,7 +279,8 @@ class RouterValidateTest : public ContractTest {
                 for (const ky_access_cmd_t cmd : {ADD, DELETE, SET, GET, GET_NEXT, KY_ACCESS_CMD_BIND}) {
                     const Case& earlier = cases[first];
                     const Case& later = cases[second];
-                    if (earlier.status == GOOD || later.status == GOOD || !earlier.reached_by(cmd)) {
+                    if (earlier.status == GOOD || later.status == GOOD || !earlier.reached_by(cmd) ||
+                        !later.reached_by(cmd)) {
                         continue;
                     }
                     request = {.cmd = cmd};
@@ -301,8 +306,8 @@ TEST_F(RouterValidateTest, RouteSet)
         };
     };
     const auto mask = [](Request& r, uint32_t value) {
+        r.attr.user_token_value = r.attr.user_token_valid == 1 ? r.attr.user_token_value : 0;
         r.attr.user_token_valid = 1;
-        r.attr.user_token_value = 0;
         return r.attr.user_token_mask = static_cast<uint16_t>(value);
     };
     const auto token = [](Request& r, uint32_t value) {
@@ -324,8 +329,10 @@ TEST_F(RouterValidateTest, RouteSet)
         refused(attr(rpf_group_of(5), 0, 511), BAD, bad_group) +
         refused(attr(FIELD(attr.prio_type), 1, 2), BAD, "Invalid priority type {d} given\n") +
         Cases{
-            {add_or_edit, WITH(r.key.mc_group_addr = hole), BAD,
+            {add_or_edit, WITH(r.key = {source4, hole}), BAD,
              "Invalid MC group mask 239.1.0.1/255.255.0.255 given for priority type LPM\n"},
+            {add_or_edit, WITH(r.key = {source6, ipv6({~0U, 0, 0, 0}, {~0U, 0, 0, 1})}), BAD,
+             "Invalid MC group mask ffff:ffff::/ffff:ffff::1 given for priority type LPM\n"},
         } +
         refused(attr(FIELD(attr.ttl_cmd), 1, 2), BAD, "Invalid TTL command {d} given\n") +
         refused(attr(mask, 0, 0xFFF), RANGE,
@@ -340,7 +347,7 @@ TEST_F(RouterValidateTest, RouteSet)
              "egress RIF count 256 can't both be specified\n"},
             {all, WITH(r.data = {0, 0, 7})},
             {all, WITH(r.key.mc_group_addr = hole; r.attr.prio_type = 1)},
-            {all, WITH(r.attr.user_token_valid = 0x101)},
+            {all, WITH(r.attr.user_token_valid = 0x10001)},
         } +
         accepted(attr(rpf_group_of(4), 0, 511)) + accepted(attr(rpf_group_of(5), 0, 511)) +
         accepted(attr(FIELD(attr.rpf_action), 0, 3)) + accepted(attr(FIELD(attr.ttl_cmd), 1, 2)) +
@@ -369,6 +376,10 @@ TEST_F(RouterValidateTest, RouteGet)
         key_cases(only({GET}), only({GET})) +
         refused({only({GET_FIRST, GET_NEXT}), FIELD(count), 0, 128}, RANGE,
                 "Given entries count {u} is larger than max allowed 128\n") +
+        Cases{
+            {only({GET_FIRST, GET_NEXT}), WITH(r.count = 129; r.has_filter = 0), RANGE,
+             "Given entries count 129 is larger than max allowed 128\n"},
+        } +
         refused({filters, version(&ky_mc_route_get_filter_t::source_addr), 0, 3}, BAD,
                 "Given filter source IP version {d} is invalid\n") +
         Cases{
@@ -408,12 +419,12 @@ TEST_F(RouterValidateTest, CallsAboutOneRoute)
     expect_cases(egress_rif_set, key + Cases{
         {only({ADD, DELETE}), WITH(r.count = 0), BAD,
          "Egress RIF count cannot be 0 when command is {name}\n"},
-        {all, WITH(r.count = 0x10000)},
+        {all, WITH(r.count = 0x80000000)},
     });
     expect_cases(counter_set, key + Cases{
         {only({KY_ACCESS_CMD_BIND}), WITH(r.id = 0), BAD,
          "Counter_id must be valid when binding\n"},
-        {all, WITH(r.id = 0x10000)},
+        {all, WITH(r.id = 0x80000000)},
     });
 }
 
@@ -421,10 +432,12 @@ TEST_F(RouterValidateTest, RpfGroups)
 {
     const std::string bad_id = "Invalid RPF group ID {u} given\n";
     Cases bad_types;
-    for (const uint32_t type : {4U, 0x100U, 0x10001U, 0x80000000U, ~0U}) {
+    for (const auto& [type, at] : {std::pair(4U, 0U), {0x100U, 0U}, {0x10001U, 1U},
+                                   {0x80000000U, 2U}, {~0U, 3U}}) {
         const std::string name = ky_router_vinterface_type_str(type);
-        bad_types.push_back({all, WITH(r.vifs[2].type = type; r.vifs[3].type = type), BAD,
-            "Invalid VIF type " + name + " given for VIF index 2\n", "__validate_vif_types"});
+        bad_types.push_back({all, WITH(r.vifs[at].type = type; r.vifs[3].type = type), BAD,
+            "Invalid VIF type " + name + " given for VIF index " + std::to_string(at) + "\n",
+            "__validate_vif_types"});
     }
     expect_cases(rpf_group_set,
         refused({has_id, FIELD(id), 0, 511}, BAD, bad_id) +
@@ -438,7 +451,7 @@ TEST_F(RouterValidateTest, RpfGroups)
 
     std::vector<ky_router_vinterface_t> many(70000, {3, 0});
     many.push_back({4, 0});
-    expect({CALL(ky_router_utils_validate_mc_rpf_group_set(CREATE, nullptr, many.data(), 70001)),
+    expect({CALL(ky_router_utils_validate_mc_rpf_group_set(CREATE, nullptr, many.data(), ~0U)),
             .status = BAD,
             .says = error("Invalid VIF type VXLAN given for VIF index 70000\n",
                           "__validate_vif_types")});
@@ -464,16 +477,22 @@ Bits first(uint32_t length)
 
 TEST_F(RouterValidateTest, EveryBitOfAKeyCounts)
 {
-    for (const uint32_t version : {1U, 2U}) {
+    for (const uint32_t version : {0U, 1U, 2U, 3U}) {
         const uint32_t width = version == 1 ? 32 : 128;
         const uint32_t range_width = version == 1 ? 4 : 8;
         const Bits range = version == 1 ? Bits(0b0111) : first(8);
+        const ky_status_t valid = version == 1 || version == 2 ? GOOD : BAD;
+        const ky_ip_prefix_t any = prefix(version, {}, {});
         const auto expect_key = [&](const ky_ip_prefix_t& source, const ky_ip_prefix_t& group,
                                     ky_status_t status) {
             EXPECT_EQ(answer(egress_rif_get, {.key = {source, group}}), status);
+            const uint32_t by_group = &group != &any ? 1 : 0; // any group is no filter
+            EXPECT_EQ(
+                answer(route_get, {.cmd = GET_NEXT, .filter = {1, source, by_group, group, 0, 0}}),
+                status);
             take_said();
         };
-        const ky_ip_prefix_t any = prefix(version, {}, {});
+        EXPECT_EQ(answer(route_get, {.cmd = GET_NEXT, .filter = {0, any, 1, any, 0, 0}}), RANGE);
         for (uint32_t i = 0; i < width; i++) {
             SCOPED_TRACE(text("version %u, bit %u", version, i));
             const Bits bit = Bits(1) << i;
@@ -484,7 +503,7 @@ TEST_F(RouterValidateTest, EveryBitOfAKeyCounts)
             expect_key(any, prefix(version, {}, bit), RANGE);
             expect_key(any, prefix(version, range ^ bit, first(width) ^ bit), in_or_out);
             expect_key(
-                any, prefix(version, range, first(width) ^ bit), i < range_width ? BAD : GOOD);
+                any, prefix(version, range, first(width) ^ bit), i < range_width ? BAD : valid);
             for (uint32_t length = 0; length <= width; length++) {
                 const bool is_contiguous = length == i || length == i + 1;
                 const Bits mask = first(length) ^ bit;

@@ -290,7 +290,7 @@ void has_a_row(const std::string& function)
     have_rows.insert(function);
 }
 
-std::vector<uint32_t> edges(uint32_t min, uint32_t max)
+std::set<uint32_t> edges(uint32_t min, uint32_t max)
 {
     return {0,          min - 1,   min, max, max + 1, 0x100 + min, 0x10000 + min, 0x80000000 + min,
             0x80000000, 0xFFFFFFFF};
@@ -354,7 +354,7 @@ void ContractTest::expect(const Row& row)
     }
 
     const std::string before = state();
-    for (const uint32_t level : {0U, 3U, 5U, ~0U}) {
+    for (const uint32_t level : {0U, 3U, 5U, 0x80000000U}) {
         for (const int32_t flag : {0, INT32_MIN}) {
             SCOPED_TRACE(text("%s at verbosity %u, flag %d", row.label.c_str(), level, flag));
             if (row.given) {
@@ -379,7 +379,7 @@ void ContractTest::expect(const Row& row)
             uint32_t kept = 0;
             KY_STORE(g_ky_log_module_func_enable, 0);
             adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &kept);
-            EXPECT_EQ(kept, level);
+            EXPECT_TRUE(kept == level && verbosity == level); // arguments are never changed
             set_verbosity_and_flag(0, 0);
             if (row.then) {
                 row.then();

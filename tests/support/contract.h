@@ -14,6 +14,7 @@
 
 #include <cstring>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -159,7 +160,7 @@ void has_a_row(const std::string& function);
 
 /* Numbers inside and outside a range: around its ends, and where a narrower or a signed type would wrap
  * into it. */
-std::vector<uint32_t> edges(uint32_t min, uint32_t max);
+std::set<uint32_t> edges(uint32_t min, uint32_t max);
 
 /* All access commands, and some that are none, where a narrower type would wrap. */
 std::vector<ky_access_cmd_t> commands();
