@@ -57,7 +57,7 @@ class Database {
                     REQUIRE(utils_db_qmap_item_ins(key, &map, &kept->map_item) == GOOD);
                     records_[key] = kept;
                 } else {
-                    cl_qpool_put(&pool, &kept->pool_item);
+                    cl_qpool_put(&pool, pool_item_of_record(kept));
                 }
             }
         }
@@ -136,7 +136,7 @@ void run(Input& input)
 
     fail_allocations_after(has_memory ? -1 : static_cast<long>(input.below(4)));
     const ky_status_t status = utils_qpool_qmap_init(
-        &Database::pool, &Database::map, min, max, grow, sizeof(Record), "fuzzed");
+        &Database::pool, &Database::map, min, max, grow, sizeof(Object), "fuzzed");
     fail_allocations_after(-1);
     REQUIRE(status == GOOD || (status == KY_STATUS_NO_MEMORY && !has_memory && live_blocks() == 0));
     REQUIRE(take_errors() == (status != GOOD && verbosity > 0));

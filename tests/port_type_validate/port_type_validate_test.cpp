@@ -4,7 +4,6 @@
 #include <ky_port_type_validate.h>
 
 #include <bit>
-#include <map>
 
 namespace {
 
@@ -14,18 +13,12 @@ constexpr uint32_t LAST = PORT_TYPE_VALIDATION_ROWS - 2;
 
 TEST_F(PortTypeTest, DictionaryIsAsItWas)
 {
-    std::map<int, int> rows_of_mask;
     Fingerprint fingerprint;
     for (const auto& [func_name, allowed_port_types] : port_type_validation_table) {
         ASSERT_NE(func_name, nullptr);
         fingerprint.add(func_name);
         fingerprint.add(std::to_string(allowed_port_types).c_str());
-        rows_of_mask[allowed_port_types]++;
     }
-    const std::map<int, int> expected = {{0x03, 110}, {0x01, 22}, {0x13, 8}, {0x1f, 7},
-                                         {0x0c, 6},   {0x0f, 6},  {0x21, 6}, {0x02, 3},
-                                         {0x00, 2},   {0x0a, 2},  {0x07, 1}, {0x10, 1}};
-    EXPECT_EQ(rows_of_mask, expected);
     EXPECT_EQ(fingerprint.value(), 0xc8c2d580ed18a210) << std::hex << fingerprint.value();
 }
 
@@ -65,7 +58,7 @@ TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
         const std::string text =
             "enum_id invalid (Enum id " + id + " is not included in port validation dictionary)\n";
         expect(
-            {CALL(is_port_type_valid(row, 5)), .status = is_row ? 1U : 0U,
+            {CALL(is_port_type_valid(row, is_row ? 5 : 0x50000005)), .status = is_row ? 1U : 0U,
              .says = is_row ? Said{} : error(text)});
     }
     // What the table holds when it is asked is what counts, and its names never do.

@@ -16,6 +16,7 @@ static std::atomic<long> left = -1;
 static std::atomic<size_t> last;
 static thread_local int held;
 static thread_local std::function<void()> intruder;
+static thread_local int locks_to_intruder;
 
 /* The library calls nothing out while it holds a lock. */
 static void require_no_lock()
@@ -72,15 +73,16 @@ int locks_held()
     return held;
 }
 
-void before_next_lock(std::function<void()> function)
+void before_lock(int time, std::function<void()> function)
 {
+    locks_to_intruder = time;
     intruder = std::move(function);
 }
 
 void cl_spinlock_acquire(cl_spinlock_t* lock)
 {
-    if (const auto intrude = std::exchange(intruder, nullptr)) {
-        intrude();
+    if (intruder && --locks_to_intruder == 0) {
+        std::exchange(intruder, nullptr)();
     }
     pthread_mutex_lock(&lock->mutex);
     held++;

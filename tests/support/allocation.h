@@ -18,7 +18,8 @@ void fail_allocations_after(long count);
 /* Locks that this thread holds. */
 int locks_held();
 
-/* Runs a function once, when a lock is about to be taken next: another thread could not come later. */
-void before_next_lock(std::function<void()> function);
+/* Runs a function once, when a lock is about to be taken for this time from now on, 1 for the next:
+ * another thread could not come later. */
+void before_lock(int time, std::function<void()> function);
 
 #endif

@@ -1,4 +1,4 @@
-/* A record that a pool hands out by its start, and that a map holds by a member. */
+/* A record that a map holds by a member, within an object of a pool. */
 #ifndef RECORD_H
 #define RECORD_H
 
@@ -7,11 +7,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 struct Record {
-    cl_pool_item_t pool_item;
     uint64_t payload;
     cl_map_item_t map_item;
+};
+
+struct Object {
+    cl_pool_item_t pool_item;
+    Record record;
 };
 
 inline void* record_of_item(cl_map_item_t* item)
@@ -21,7 +26,7 @@ inline void* record_of_item(cl_map_item_t* item)
 
 inline void* record_of_pool_item(cl_pool_item_t* item)
 {
-    return item;
+    return &reinterpret_cast<Object*>(item)->record;
 }
 
 inline cl_map_item_t* item_of_record(void* record)
@@ -29,9 +34,11 @@ inline cl_map_item_t* item_of_record(void* record)
     return &static_cast<Record*>(record)->map_item;
 }
 
+/* From here on the record is nobody's, and in no map. */
 inline cl_pool_item_t* pool_item_of_record(void* record)
 {
-    return &static_cast<Record*>(record)->pool_item;
+    memset(record, 0xEE, sizeof(Record));
+    return reinterpret_cast<cl_pool_item_t*>(static_cast<char*>(record) - offsetof(Object, record));
 }
 
 #endif

@@ -1,11 +1,14 @@
 // The log statement and the traces, from C and from C++, at every level.
 #include "contract.h"
 #include "log_module.h"
+#include "tools.h"
 
 #include <ky_adviser.h>
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+
+#include <bit>
 
 namespace {
 
@@ -23,20 +26,22 @@ struct Language {
 /* What the modules in C and C++ say, if all of it passes. */
 Said by_test(const Said& said)
 {
-    return passing(said, "TEST", "log_module.inc", 9, 1);
+    return passing(said, "TEST", "log_module.inc", ~0U, 1);
 }
 
 class LogTest : public ContractTest {};
 
 TEST_F(LogTest, StatementReachesBothSinksFromItsLevelOn)
 {
-    constexpr uint32_t masks[] = {1, 3, 7, 15, 31, 63, 127, 255, 511};
+    constexpr uint32_t masks[] = {1, 3, 7, 15, 31, 63, 127, 255, 1023};
     for (const auto& [label, module] : languages) {
         for (const uint32_t at : all_levels) {
             SCOPED_TRACE(std::string(label) + " at " + std::to_string(at));
             Said expected;
-            for (uint32_t level = 1; level <= 9 && level <= at; level++) {
-                expected.push_back({masks[level - 1], "say_at_all_levels", "said -7\n"});
+            for (const uint32_t mask : masks) {
+                if (static_cast<uint32_t>(std::popcount(mask)) <= at) {
+                    expected.push_back({mask, "say_at_all_levels", "said -7\n"});
+                }
             }
             module.set_verbosity(at);
             module.say_at_all_levels(-7);
@@ -49,15 +54,16 @@ TEST_F(LogTest, StatementTakesNoneToNineArgumentsAndYieldsAStatus)
 {
     for (const auto& [label, module] : languages) {
         SCOPED_TRACE(label);
+        const uint32_t number = 4000000000;
         module.set_verbosity(1);
         module.say_bare();
         EXPECT_EQ(take_said(), by_test(error("bare\n", "say_bare")));
         module.say_much();
         EXPECT_EQ(take_said(), by_test(error("1a2b3c4d5\n", "say_much")));
-        EXPECT_EQ(module.fail(4000000000), 13U);
+        EXPECT_EQ(module.fail(&number), 13U);
         EXPECT_EQ(take_said(), by_test(error("4000000000 is wrong\n", "fail")));
         module.set_verbosity(0);
-        EXPECT_EQ(module.fail(1), 13U);
+        EXPECT_EQ(module.fail(nullptr), 13U);
         EXPECT_EQ(take_said(), Said{});
     }
 }
@@ -127,7 +133,7 @@ TEST_F(LogTest, EachModulesSetterTakesAnyLevelAndTracesWithBoth)
         for (const uint32_t before : all_levels) {
             for (const uint32_t after : all_levels) {
                 SCOPED_TRACE(text("%s, %u to %u", setter.name, before, after));
-                set_verbosity_and_flag(before, 1);
+                in_threads(1, [&](uint32_t) { set_verbosity_and_flag(before, 1); });
                 take_said();
                 EXPECT_EQ(setter.set(after), GOOD);
                 Said said;

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr ky_status_t NO_ROOM = KY_STATUS_NO_RESOURCES;
+constexpr uint64_t LARGE = 0x100000005; // no 5
 
 /* A database of eight records, with one of them under key 5; and a pool that is exhausted. */
 class DatabaseTest : public ContractTest {
@@ -15,8 +16,8 @@ class DatabaseTest : public ContractTest {
     void SetUp() override
     {
         ContractTest::SetUp();
-        ASSERT_EQ(utils_qpool_qmap_init(&pool, &map, 8, 8, 0, sizeof(Record), "test"), GOOD);
-        ASSERT_EQ(utils_qpool_init(&empty, 0, 0, 0, sizeof(Record), "empty"), GOOD);
+        ASSERT_EQ(utils_qpool_qmap_init(&pool, &map, 8, 8, 0, sizeof(Object), "test"), GOOD);
+        ASSERT_EQ(utils_qpool_init(&empty, 0, 0, 0, sizeof(Object), "empty"), GOOD);
         ASSERT_EQ(add(5, &filed), GOOD);
     }
     void TearDown() override
@@ -64,7 +65,6 @@ TEST_F(DatabaseTest, Maps)
     Record own = {};
     cl_map_item_t* const five = item_of_record(filed);
     cl_map_item_t* const end = cl_qmap_end(&map);
-    constexpr uint64_t LARGE = 0x100000005; // no 5
     const auto insert = [&] { utils_db_qmap_item_ins(LARGE, &map, &own.map_item); };
     const auto remove = [&] { cl_qmap_remove_item(&map, &own.map_item); };
     const auto expect_gone = [&] { EXPECT_EQ(cl_qmap_get(&map, LARGE), end); };
@@ -104,16 +104,16 @@ TEST_F(DatabaseTest, Records)
 {
     Out<void*> record;
     void* added = nullptr;
-    const auto add_6 = [&] { ASSERT_EQ(add(6, &added), GOOD); };
-    const auto del_6 = [&] { ASSERT_EQ(del(6, nullptr), GOOD); };
-    const auto put_6 = [&] { cl_qpool_put(&pool, pool_item_of_record(added)); };
-    const auto expect_6_is_filed = [&] {
-        EXPECT_EQ(cl_qmap_get(&map, 6), item_of_record(record.get()));
-        del_6();
+    const auto add_large = [&] { ASSERT_EQ(add(LARGE, &added), GOOD); };
+    const auto del_large = [&] { ASSERT_EQ(del(LARGE, nullptr), GOOD); };
+    const auto put_large = [&] { cl_qpool_put(&pool, pool_item_of_record(added)); };
+    const auto expect_it_is_filed = [&] {
+        EXPECT_EQ(cl_qmap_get(&map, LARGE), item_of_record(record.get()));
+        del_large();
     };
     const auto put_record = [&] {
         EXPECT_EQ(record.get(), added);
-        put_6();
+        put_large();
     };
     // clang-format off
     expect({
@@ -121,20 +121,20 @@ TEST_F(DatabaseTest, Records)
          .writes = {record.is(filed)}},
         {CALL(utils_db_qmap_item_get(5, &map, record_of_item, nullptr))},
         {CALL(utils_db_qmap_item_get(5, &map, nullptr, &record))},
-        {CALL(utils_db_qmap_item_get(6, &map, record_of_item, &record)), .status = MISSING},
-        {CALL(ADD(6, &pool, &record)), .writes = {record.is_written()}, .then = expect_6_is_filed},
-        {CALL(ADD(6, &pool, nullptr)), .then = del_6},
+        {CALL(utils_db_qmap_item_get(LARGE, &map, record_of_item, &record)), .status = MISSING},
+        {CALL(ADD(LARGE, &pool, &record)), .writes = {record.is_written()}, .then = expect_it_is_filed},
+        {CALL(ADD(LARGE, &pool, nullptr)), .then = del_large},
         {CALL(ADD(5, &pool, &record)), .status = PRESENT, .writes = {record.is(filed)}},
         {CALL(ADD(5, &pool, nullptr)), .status = PRESENT},
-        {CALL(ADD(6, &empty, &record)), .status = NO_ROOM},
-        {CALL(DEL(6, pool_item_of_record, &record)), .writes = {record.is_written()},
-         .given = add_6},
-        {CALL(DEL(6, pool_item_of_record, nullptr)), .given = add_6},
-        {CALL(DEL(6, nullptr, &record)), .writes = {record.is_written()}, .given = add_6,
+        {CALL(ADD(LARGE, &empty, &record)), .status = NO_ROOM},
+        {CALL(DEL(LARGE, pool_item_of_record, &record)), .writes = {record.is_written()},
+         .given = add_large},
+        {CALL(DEL(LARGE, pool_item_of_record, nullptr)), .given = add_large},
+        {CALL(DEL(LARGE, nullptr, &record)), .writes = {record.is_written()}, .given = add_large,
          .then = put_record},
-        {CALL(utils_db_qmap_item_del(6, &map, &pool, nullptr, pool_item_of_record, &record)),
-         .given = add_6, .then = put_6},
-        {CALL(DEL(6, pool_item_of_record, &record)), .status = MISSING},
+        {CALL(utils_db_qmap_item_del(LARGE, &map, &pool, nullptr, pool_item_of_record, &record)),
+         .given = add_large, .then = put_large},
+        {CALL(DEL(LARGE, pool_item_of_record, &record)), .status = MISSING},
     });
     // clang-format on
     cl_qmap_t other;
@@ -166,30 +166,41 @@ TEST_F(DatabaseTest, Pools)
     cl_qpool_t new_pool;
     const auto put = [&] { cl_qpool_put(&pool, item.get()); };
     const auto destroy = [&] {
-        EXPECT_EQ(last_request() / 1000, 3U);
+        EXPECT_EQ(last_request() / 70000, 3U);
         for (int i = 0; i < 5; i++) {
             EXPECT_NE(cl_qpool_get(&new_pool), nullptr);
         }
+        EXPECT_EQ(last_request() / 70000, 1U);
         EXPECT_EQ(cl_qpool_get(&new_pool), nullptr);
         cl_qpool_destroy(&new_pool);
     };
+    const auto destroy_large = [&] {
+        fail_allocations_after(0);
+        EXPECT_EQ(cl_qpool_get(&new_pool), nullptr);
+        fail_allocations_after(-1);
+        EXPECT_EQ(last_request() / 70000 == 0x80000001, sizeof(size_t) > 4); // it tried to grow
+        cl_qpool_destroy(&new_pool);
+    };
+    const std::string name = "as long as it likes";
     const Said made = notice("Init new DB (Min: 3, Max: 5, Grow: 1)\n");
-    const Said full = error("Init failure of new DB\n");
+    const Said large = notice("Init " + name + " DB (Min: 0, Max: 4294967295, Grow: 2147483649)\n");
+    const Said full = error("Init failure of " + name + " DB\n");
     constexpr ky_status_t FULL = KY_STATUS_NO_MEMORY;
     // clang-format off
     expect({
         {CALL(utils_qpool_get(&item, &pool)), .writes = {item.is_written()}, .then = put},
         {CALL(utils_qpool_get(&item, &empty)), .status = NO_ROOM, .writes = {item.is(nullptr)}},
-        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 1000, "new")), .says = made, .then = destroy},
-        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 1000, "new")), .status = FULL, .says = full,
-         .allocations = 0},
-        {CALL(utils_qpool_init(&new_pool, 1, ~0U, ~1U, 100, "large")),
-         .says = notice("Init large DB (Min: 1, Max: 4294967295, Grow: 4294967294)\n"),
-         .then = [&] { cl_qpool_destroy(&new_pool); }},
-        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 1000, "new")), .says = made,
-         .writes = {new_map.is_written()}, .then = destroy},
-        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 1000, "new")), .status = FULL,
+        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, "new")), .says = made, .then = destroy},
+        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, name.c_str())), .status = FULL,
          .says = full, .allocations = 0},
+        {CALL(utils_qpool_init(&new_pool, 0, ~0U, 0x80000001, 70000, name.c_str())),
+         .says = large, .then = destroy_large},
+        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 0, ~0U, 0x80000001, 70000, name.c_str())),
+         .says = large, .writes = {new_map.is_written()}, .then = destroy_large},
+        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 70000, "new")), .says = made,
+         .writes = {new_map.is_written()}, .then = destroy},
+        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 70000, name.c_str())),
+         .status = FULL, .says = full, .allocations = 0},
     });
     // clang-format on
 }
