@@ -220,14 +220,6 @@ void process()
     }
 }
 
-void verbosity()
-{
-    uint32_t level = 0;
-    REQUIRE(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &level) == GOOD);
-    REQUIRE((level > 0) == model->is_heard);
-    REQUIRE(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level) == GOOD);
-}
-
 void act()
 {
     static void (*const acts[])() = {
@@ -238,8 +230,7 @@ void act()
         process,
         register_for_all_events,
         init,
-        deinit,
-        verbosity};
+        deinit};
     acts[model->input.below(std::size(acts))]();
 }
 

@@ -37,26 +37,10 @@ expect "it needs the two platform libraries and libc alone" \
     grep -qxE '(ld[-a-z0-9]*\.so\.[0-9] )?libc\.so\.6 libkycomp\.so[.0-9]* libkylog\.so[.0-9]* ' \
     "$work/needed"
 # What the SDK's own platform libraries have; all else of theirs is inline.
-cat > "$work/offered" << END
-cl_free
-cl_malloc
-cl_qcpool_destroy
-cl_qcpool_get
-cl_qmap_get
-cl_qmap_init
-cl_qmap_insert
-cl_qmap_remove
-cl_qmap_remove_item
-cl_qpool_init
-cl_spinlock_acquire
-cl_spinlock_release
-dbg_utils_print_module_header
-dbg_utils_print_table_data_line
-dbg_utils_print_table_headline
-g_ky_log_module_func_enable
-ky_log
-ky_trace_cbuff_log
-END
+echo cl_free cl_malloc cl_qcpool_destroy cl_qcpool_get cl_qmap_get cl_qmap_init cl_qmap_insert \
+    cl_qmap_remove cl_qmap_remove_item cl_qpool_init cl_spinlock_acquire cl_spinlock_release \
+    dbg_utils_print_module_header dbg_utils_print_table_data_line dbg_utils_print_table_headline \
+    g_ky_log_module_func_enable ky_log ky_trace_cbuff_log | tr ' ' '\n' > "$work/offered"
 sed -n 's/.* U \(cl_\|dbg_\|g_ky_\|ky_\)/\1/p' "$work/imports" | LC_ALL=C sort > "$work/asked"
 expect "it asks for what the platform libraries have, and no more" \
     diff "$work/offered" "$work/asked"

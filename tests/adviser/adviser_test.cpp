@@ -314,7 +314,7 @@ TEST_F(AdviserTest, EveryEventHasItsNameItsMapAndItsClass)
 {
     close();
     ASSERT_EQ(adviser_init(), GOOD);
-    Fingerprint fingerprint; // of what is said of every event, when it fails and at the end
+    uint64_t found = NO_TEXTS; // of what is said of every event, when it fails and at the end
     for (uint32_t event = 1; event <= ADVISER_EVENT_MAX; event++) {
         if (event != 12) {
             ASSERT_EQ(add(event, 0), GOOD);
@@ -331,9 +331,9 @@ TEST_F(AdviserTest, EveryEventHasItsNameItsMapAndItsClass)
     EXPECT_EQ(adviser_deinit(), GOOD);
     set_verbosity_and_flag(0, 0);
     for (const Statement& statement : take_said()) {
-        fingerprint.add(testing::PrintToString(statement).c_str());
+        found = fingerprint(found, testing::PrintToString(statement).c_str());
     }
-    EXPECT_EQ(fingerprint.value(), 0x322ed5f228ca9468) << std::hex << fingerprint.value();
+    EXPECT_EQ(found, 0x322ed5f228ca9468) << std::hex << found;
     EXPECT_EQ(adviser_init(), GOOD);
 }
 

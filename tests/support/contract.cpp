@@ -299,6 +299,39 @@ Said passing(
     return said;
 }
 
+// ---- What it hands out ----
+
+constexpr char RUBBISH = '\xA5';
+
+AnyOut::AnyOut(size_t size) : bytes_(GUARD + size + GUARD)
+{
+    all.push_back(this);
+}
+
+AnyOut::~AnyOut()
+{
+    std::erase(all, this);
+}
+
+void AnyOut::fill()
+{
+    std::fill(bytes_.begin(), bytes_.end(), RUBBISH);
+}
+
+void AnyOut::check(const std::vector<Written>& writes) const
+{
+    const std::string got(bytes_.begin(), bytes_.end());
+    std::string expected(got.size(), RUBBISH);
+    const size_t size = got.size() - 2 * GUARD;
+    for (const auto& [out, bytes] : writes) {
+        if (out == this) {
+            EXPECT_NE(got, expected) << "an out parameter is not written";
+            expected.replace(GUARD, size, bytes.empty() ? got.substr(GUARD, size) : bytes);
+        }
+    }
+    EXPECT_EQ(got, expected) << "an out parameter and what stands around it";
+}
+
 // ---- The rows ----
 
 void has_a_row(const std::string& function)
@@ -418,9 +451,10 @@ void ContractTest::expect(const std::vector<Row>& rows)
     }
 }
 
-void Fingerprint::add(const char* text)
+uint64_t fingerprint(uint64_t value, const char* text)
 {
     do {
-        value_ = (value_ ^ static_cast<unsigned char>(*text)) * 0x100000001b3;
+        value = (value ^ static_cast<unsigned char>(*text)) * 0x100000001B3;
     } while (*text++ != '\0');
+    return value;
 }

@@ -29,6 +29,13 @@ Said by_test(const Said& said)
     return passing(said, "TEST", "log_module.inc", ~0U, 1);
 }
 
+/* Of its two traces, those that are let through. */
+Said let_through(const std::string& function, bool entry, bool exit)
+{
+    const Said traces = around(function);
+    return (entry ? Said{traces.front()} : Said{}) + (exit ? Said{traces.back()} : Said{});
+}
+
 class LogTest : public ContractTest {};
 
 TEST_F(LogTest, StatementReachesBothSinksFromItsLevelOn)
@@ -70,38 +77,23 @@ TEST_F(LogTest, StatementTakesNoneToNineArgumentsAndYieldsAStatus)
 
 TEST_F(LogTest, TracesNeedTheFlagAndDebugLevelEachInItsTurn)
 {
-    struct Gates {
-        uint32_t level;
-        int32_t flag;
-    };
-    std::vector<Gates> gates;
+    std::vector<std::pair<uint32_t, int32_t>> gates;
     for (const uint32_t level : all_levels) {
         for (const int32_t flag : {0, 1, 0x10000, -1}) {
-            gates.push_back({level, flag});
+            gates.emplace_back(level, flag);
         }
     }
-    const auto open = [](const Gates& before, const Gates& after) {
-        const Said traces = around("traced");
-        Said said;
-        if (before.flag != 0 && before.level >= 5) {
-            said.push_back(traces.front());
-        }
-        if (after.flag != 0 && after.level >= 5) {
-            said.push_back(traces.back());
-        }
-        return said;
-    };
+    const auto open = [](uint32_t level, int32_t flag) { return level >= 5 && flag != 0; };
     for (const auto& [label, module] : languages) {
-        for (const Gates& before : gates) {
-            for (const Gates& after : gates) {
-                SCOPED_TRACE(
-                    std::string(label) + ", flag " + std::to_string(before.flag) + " to " +
-                    std::to_string(after.flag) + ", level " + std::to_string(before.level) +
-                    " to " + std::to_string(after.level));
-                KY_STORE(g_ky_log_module_func_enable, before.flag);
-                module.set_verbosity(before.level);
-                ASSERT_EQ(module.traced(after.level, after.flag), 13U);
-                ASSERT_EQ(take_said(), by_test(open(before, after)));
+        for (const auto& [level, flag] : gates) {
+            for (const auto& [new_level, new_flag] : gates) {
+                SCOPED_TRACE(text("%s, %u %d to %u %d", label, level, flag, new_level, new_flag));
+                KY_STORE(g_ky_log_module_func_enable, flag);
+                module.set_verbosity(level);
+                ASSERT_EQ(module.traced(new_level, new_flag), 13U);
+                const Said said =
+                    let_through("traced", open(level, flag), open(new_level, new_flag));
+                ASSERT_EQ(take_said(), by_test(said));
             }
         }
     }
@@ -129,20 +121,15 @@ TEST_F(LogTest, EachModulesSetterTakesAnyLevelAndTracesWithBoth)
          true, false},
     };
     for (const auto& setter : setters) {
-        const Said traces = around(setter.name);
         for (const uint32_t before : all_levels) {
             for (const uint32_t after : all_levels) {
                 SCOPED_TRACE(text("%s, %u to %u", setter.name, before, after));
                 in_threads(1, [&](uint32_t) { set_verbosity_and_flag(before, 1); });
                 take_said();
                 EXPECT_EQ(setter.set(after), GOOD);
-                Said said;
-                if (setter.traces_entry && before >= 5) {
-                    said.push_back(traces.front());
-                }
-                if (setter.traces_exit && after >= 5) {
-                    said.push_back(traces.back());
-                }
+                const Said said = let_through(
+                    setter.name, setter.traces_entry && before >= 5,
+                    setter.traces_exit && after >= 5);
                 EXPECT_EQ(take_said(), passing(said, setter.module, setter.source, 9, 1));
             }
         }

@@ -148,11 +148,8 @@ TEST_F(UtilsTest, Settings)
             });
         };
         const auto expect_only = [&](uint32_t use_xm, uint32_t boot_mode) {
-            uint32_t found[2] = {};
-            utils_use_xm_get(&found[0]);
-            utils_boot_mode_get(&found[1]);
-            EXPECT_EQ(found[0], use_xm);
-            EXPECT_EQ(found[1], boot_mode);
+            const std::string expected = text("boot mode %u, use XM %u,", boot_mode, use_xm);
+            EXPECT_EQ(state().substr(0, expected.size()), expected);
             restore();
         };
         expect({

@@ -1,4 +1,5 @@
-// The stand-in for the component library, as far as the library relies on it.
+// The stand-in for the component library, as far as the library relies on it; its maps are tested by the
+// model of a database.
 #include "allocation.h"
 
 #include <complib/cl_qmap.h>
@@ -9,7 +10,6 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstring>
-#include <map>
 
 static std::vector<std::string> reports;
 
@@ -26,60 +26,6 @@ int ky_log(uint32_t, const char* module, const char* format, ...)
 }
 
 namespace {
-
-/* Checks a subtree and returns its height. */
-int checked_height(const cl_qmap_t& map, const cl_map_item_t* item)
-{
-    if (item == &map.end) {
-        return 0;
-    }
-    int heights[2];
-    for (int side : {0, 1}) {
-        const cl_map_item_t* child = item->child[side];
-        heights[side] = checked_height(map, child);
-        EXPECT_TRUE(child == &map.end || child->parent == item);
-    }
-    EXPECT_EQ(item->balance, heights[1] - heights[0]);
-    EXPECT_LE(abs(item->balance), 1);
-    return 1 + std::max(heights[0], heights[1]);
-}
-
-/* Keys come and go, in an order that turns the tree in all ways. */
-TEST(QmapTest, IsABalancedTreeInOrderOfItsKeys)
-{
-    cl_qmap_t map;
-    cl_qmap_init(&map);
-    std::map<uint64_t, cl_map_item_t> model;
-    uint64_t number = 1;
-    for (int step = 0; step < 5000 && !HasFailure(); step++) {
-        number = number * 6364136223846793005 + 1442695040888963407;
-        const uint64_t key = (number >> 33) % 300 * 0x123456789ABCDEF1;
-        if (const auto found = model.find(key); found == model.end()) {
-            memset(&model[key], 0xA5, sizeof(cl_map_item_t));
-            ASSERT_EQ(cl_qmap_remove(&map, key), cl_qmap_end(&map));
-            ASSERT_EQ(cl_qmap_insert(&map, key, &model[key]), &model[key]);
-        } else {
-            cl_map_item_t other = {};
-            ASSERT_EQ(cl_qmap_insert(&map, key, &other), &found->second);
-            if (step % 2 == 0) {
-                ASSERT_EQ(cl_qmap_remove(&map, key), &found->second);
-            } else {
-                cl_qmap_remove_item(&map, &found->second);
-            }
-            model.erase(found);
-        }
-        const cl_map_item_t* item = cl_qmap_head(&map);
-        for (const auto& [each, expected] : model) {
-            ASSERT_EQ(item, &expected);
-            ASSERT_EQ(item->key, each);
-            ASSERT_EQ(cl_qmap_get(&map, each), item);
-            item = cl_qmap_next(item);
-        }
-        ASSERT_EQ(item, cl_qmap_end(&map));
-        ASSERT_EQ(cl_is_qmap_empty(&map), model.empty());
-        checked_height(map, cl_qmap_end(&map)->child[0]);
-    }
-}
 
 struct Object {
     cl_pool_item_t item;

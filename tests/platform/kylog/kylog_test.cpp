@@ -50,24 +50,4 @@ TEST(KylogTest, TraceBufferKeepsTheNewestRecordsOfManyThreads)
     EXPECT_EQ(printed(ky_trace_cbuff_dump), expected);
 }
 
-TEST(KylogTest, PrintsTables)
-{
-    const uint32_t index = 3;
-    const uint64_t count = 5000000000;
-    const dbg_utils_column_t columns[] = {
-        {"index", 6, DBG_UTILS_KIND_UINT32, &index},
-        {"name", 8, DBG_UTILS_KIND_STRING, "PORT"},
-        {"bytes", 12, DBG_UTILS_KIND_UINT64, &count},
-        {nullptr, 0, DBG_UTILS_KIND_END, nullptr}};
-    EXPECT_EQ(
-        printed([&columns](FILE* stream) {
-            dbg_utils_print_module_header(stream, "Memory");
-            dbg_utils_print_table_headline(stream, columns);
-            dbg_utils_print_table_data_line(stream, columns);
-        }),
-        "\nMemory\n"
-        "index  name     bytes        \n"
-        "3      PORT     5000000000   \n");
-}
-
 } // namespace

@@ -75,12 +75,12 @@ TEST_F(NamesTest, TablesAreAsTheyWere)
 {
     for (const auto& [str, name, bound, expected] : enumerations) {
         has_a_row("ky_" + name + "_str");
-        Fingerprint fingerprint;
+        uint64_t found = NO_TEXTS;
         for (uint32_t value = 0; value <= bound + 1; value++) {
             ASSERT_NE(str(value), nullptr) << name << " " << value;
-            fingerprint.add(str(value));
+            found = fingerprint(found, str(value));
         }
-        EXPECT_EQ(fingerprint.value(), expected) << name << ": " << std::hex << fingerprint.value();
+        EXPECT_EQ(found, expected) << name << ": " << std::hex << found;
     }
 }
 
@@ -129,23 +129,6 @@ TEST_F(NamesTest, EveryStatusAndCommandHasOne)
 #include "../../abi/constants.inc"
         break;
     }
-}
-
-TEST_F(NamesTest, IrregularEntriesReadAsTheyShould)
-{
-    EXPECT_STREQ(ky_status_str(KY_STATUS_MESSAGE_SIZE_ZERO), "Message Size Exceeds Limit");
-    EXPECT_STREQ(ky_status_str(static_cast<ky_status_t>(39)), "");
-    EXPECT_STREQ(ky_access_cmd_str(static_cast<ky_access_cmd_t>(37)), "");
-    EXPECT_STREQ(ky_chip_rev_str(0), "Unknown");
-    EXPECT_STREQ(ky_router_action_str(4), "");
-    EXPECT_STREQ(ky_policer_action_str(3), "Set Color");
-    EXPECT_STREQ(ky_bridge_mode_str(3), "");
-    EXPECT_STREQ(ky_tunnel_ipinip_gre_mode_str(2), "Enabled with Key Hash");
-    EXPECT_STREQ(ky_tunnel_ipinip_gre_mode_str(4), "");
-    EXPECT_STREQ(ky_host_ifc_trap_id_str(0), "Unknown");
-    EXPECT_STREQ(ky_host_ifc_trap_id_str(452), "Unknown");
-    EXPECT_STREQ(ky_host_ifc_trap_id_str(453), "KY_L3_MC_IP_BASE");
-    EXPECT_EQ(take_said(), Said{});
 }
 
 } // namespace
