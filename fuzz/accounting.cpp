@@ -144,19 +144,8 @@ void run(Input& input)
 {
     Accounts accounts(input);
     while (!input.is_spent()) {
-        switch (input.below(8)) {
-        case 0:
-            accounts.report();
-            break;
-        case 1:
-        case 2:
-        case 3:
-            accounts.give_back();
-            break;
-        default:
-            accounts.take();
-            break;
-        }
+        const uint32_t act = input.below(8);
+        act == 0 ? accounts.report() : act < 4 ? accounts.give_back() : accounts.take();
     }
     accounts.settle();
 }

@@ -1,5 +1,5 @@
-// MODEL CORPUS [SEED]: runs a model without libFuzzer, on the inputs of its corpus and then on random
-// ones. The seed of these is printed at the start, and can be given back.
+// MODEL CORPUS [SEED]: runs a model without libFuzzer, on the inputs of its corpus and then on
+// random ones. The seed of these is printed at the start, and can be given back.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

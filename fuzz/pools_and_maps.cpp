@@ -136,26 +136,12 @@ void run(Input& input)
     Database database(input, grow == 0 ? min : max == 0 ? UINT32_MAX : max);
     while (!input.is_spent()) {
         const uint64_t key = uint64_t{input.below(31)} * 0x0840000000000001; // end to end
-        switch (input.below(16)) {
-        case 0:
-            database.clear();
-            break;
-        case 1:
-            database.take_out(key);
-            break;
-        case 2:
-        case 3:
-        case 4:
-            database.remove(key);
-            break;
-        case 5:
-        case 6:
-            database.look_up(key);
-            break;
-        default:
-            database.add(key);
-            break;
-        }
+        const uint32_t act = input.below(16);
+        act == 0  ? database.clear()
+        : act < 2 ? database.take_out(key)
+        : act < 5 ? database.remove(key)
+        : act < 7 ? database.look_up(key)
+                  : database.add(key);
     }
     database.check();
     database.clear();

@@ -18,19 +18,18 @@
 #define UNSIGNED(type) static_assert((type)0xFFFFFFFFU > (type)0, #type)
 #define STATUS(name, value) VALUE(KY_STATUS_##name, value);
 #define COMMAND(name, value) VALUE(KY_ACCESS_CMD_##name, value);
+/* clang-format off */
 #define EVENT(name, value) \
     VALUE(ADVISER_EVENT_##name, value); VALUE(value <= ADVISER_EVENT_MAX, 1);
-
-/* clang-format off */
 
 #include "constants.inc"
 
 /* Log masks and levels, and limits. */
-VALUE(ADVISER_EVENT_MAX, 51); VALUE(KY_LOG_MASK_ERROR, 1); VALUE(KY_LOG_MASK_WARNING, 3); VALUE(KY_LOG_MASK_NOTICE, 7);
-VALUE(KY_LOG_MASK_INFO, 15); VALUE(KY_LOG_MASK_DEBUG, 31); VALUE(KY_LOG_LEVEL_MIN, 0);
-VALUE(KY_LOG_LEVEL_DEFAULT, 3); VALUE(KY_LOG_LEVEL_MAX, 8); VALUE(KY_RPF_GROUP_ID_MAX, 511);
-VALUE(KY_USER_TOKEN_MAX, 0xFFF); VALUE(KY_MC_ROUTE_ENTRIES_MAX, 128);
-VALUE(PORT_TYPE_VALIDATION_ROWS, 174);
+VALUE(ADVISER_EVENT_MAX, 51); VALUE(KY_LOG_MASK_ERROR, 1); VALUE(KY_LOG_MASK_WARNING, 3);
+VALUE(KY_LOG_MASK_NOTICE, 7); VALUE(KY_LOG_MASK_INFO, 15); VALUE(KY_LOG_MASK_DEBUG, 31);
+VALUE(KY_LOG_LEVEL_MIN, 0); VALUE(KY_LOG_LEVEL_DEFAULT, 3); VALUE(KY_LOG_LEVEL_MAX, 8);
+VALUE(KY_RPF_GROUP_ID_MAX, 511); VALUE(KY_USER_TOKEN_MAX, 0xFFF);
+VALUE(KY_MC_ROUTE_ENTRIES_MAX, 128); VALUE(PORT_TYPE_VALIDATION_ROWS, 174);
 
 /* Records, by size and by offset and size of each field. */
 SIZE(ky_ipv4_prefix_t, 8); FIELD(ky_ipv4_prefix_t, addr, 0, 4); FIELD(ky_ipv4_prefix_t, mask, 4, 4);

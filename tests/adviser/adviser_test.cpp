@@ -231,7 +231,8 @@ TEST_F(AdviserTest, EventsAndTheirRange)
         {CALL(adviser_deinit()), .status = CLOSED,
          .says = error("Can't De-Init adviser " + no_registry), .given = close, .then = open},
         {CALL(adviser_register_event(ADD, event_of(1), nullptr)), .status = NIL,
-         .says = in_add(error("Register to event 'PORT-ADDED' param NULL given.\n")), .given = close, .then = open},
+         .says = in_add(error("Register to event 'PORT-ADDED' param NULL given.\n")),
+         .given = close, .then = open},
         {CALL(adviser_register_event(ADD, PRE_FAILED, callback(0))), .status = BAD,
          .says = in_add(pre_fail + error("SDK flow error - should not register to pre fail event "
              "'PRE-FAILED-PORT-DELETED-FROM-SWID'.\n")),

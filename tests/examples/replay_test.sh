@@ -1,6 +1,6 @@
 #!/bin/sh
-# replay_test.sh STORY COMMAND...: the story, and lines that cannot be read among some that can, replay as
-# the files beside them say.
+# replay_test.sh STORY COMMAND...: the story, and lines that cannot be read among some that can,
+# replay as the files beside them say.
 set -eu
 
 story=$1
@@ -15,7 +15,8 @@ expect() { # EXPECTED STATUS COMMAND...
     shift 2
     "$@" > "$work/output" 2>&1 && found=0 || found=$?
     # Compilers differ about the line that a statement of several lines stands in.
-    if ! sed 's/\[[0-9]*\]- /[L]- /' "$work/output" | diff "$expected" - || [ "$found" != "$status" ]; then
+    sed -i 's/\[[0-9]*\]- /[L]- /' "$work/output"
+    if ! diff "$expected" "$work/output" || [ "$found" != "$status" ]; then
         echo "the output is not as in $expected (<), or $found is not exit status $status"
         exit 1
     fi

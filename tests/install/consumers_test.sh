@@ -1,7 +1,7 @@
 #!/bin/sh
 # consumers_test.sh BUILD SOURCE: installs a build, moves the installation, and builds and runs
-# programs against it: by pkg-config and by find_package, as every C and C++, with each compiler, and
-# under AddressSanitizer; and the library itself, on top of an installed platform library.
+# programs against it: by pkg-config and by find_package, as every C and C++, with each compiler,
+# and under AddressSanitizer; and the library itself, on top of an installed platform library.
 set -eu
 
 build=$1
@@ -73,7 +73,8 @@ in_every_standard c 'gcc clang' 'c99 c11 gnu11 c17 c2x'
 in_every_standard cpp 'g++ clang++' 'c++11 c++14 c++17 c++20 c++2b' -Wold-style-cast
 for header in $headers; do
     # shellcheck disable=SC2086 # a list of words
-    echo "#include \"$header\"" | quietly musl-gcc -Wall -Wextra -Werror $cflags -fsyntax-only -x c -
+    echo "#include \"$header\"" |
+        quietly musl-gcc -Wall -Wextra -Werror $cflags -fsyntax-only -x c -
 done
 # shellcheck disable=SC2086 # a list of words
 quietly g++ $cflags -fsyntax-only -x c++ "$source/tests/abi/layout_test.c"
@@ -144,9 +145,9 @@ quietly cmake --install "$work/system" --prefix "$work/ours"
 lib=$(libdir "$work/ours" libkriolilglu.so)
 path=$lib:$(libdir "$work/sdk" libkylog.so)
 found_by_cmake "a library on the SDK's platform" "$path" -DCMAKE_PREFIX_PATH="$work/ours;$work/sdk"
+export PKG_CONFIG_PATH="$lib/pkgconfig"
 # shellcheck disable=SC2046 # lists of words
-quietly gcc "$here/consumer.c" $(PKG_CONFIG_PATH=$lib/pkgconfig pkg-config --cflags --libs kriolilglu) \
-    -o "$work/program"
+quietly gcc "$here/consumer.c" $(pkg-config --cflags --libs kriolilglu) -o "$work/program"
 runs "a library on the SDK's platform, by pkg-config" "$work/program" "$path"
 
 echo "$programs programs built against an installation and run"

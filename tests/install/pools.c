@@ -1,7 +1,7 @@
-/* pools.c [FAULT]: a program that takes records from a pool and gives them back, itself and through the
- * library, in every combination. FAULT is what AddressSanitizer must report: a record is written to
- * that the "program" or the "library" has put back, or that has "never" been handed out; or a record
- * is put back "twice". */
+/* pools.c [FAULT]: a program that takes records from a pool and gives them back, itself and through
+ * the library, in every combination. FAULT is what AddressSanitizer must report: a record is written
+ * to that the "program" or the "library" has put back, or that has "never" been handed out; or a
+ * record is put back "twice". */
 #include <ky_utils.h>
 
 #include <string.h>

@@ -1,5 +1,5 @@
-// What no call of the validators reaches, or not often enough. It is private: the source is compiled
-// into this test.
+// What no call of the validators reaches, or not often enough. It is private: the source is
+// compiled into this test.
 #include "../../router_validate/ky_router_utils_validate.cpp" // NOLINT(bugprone-suspicious-include)
 
 #include "tools.h"

@@ -1,5 +1,5 @@
-// The nine validators of the multicast API. Each has a list of cases, in the order of its checks: every
-// case is tried under every command, and every two faults together.
+// The nine validators of the multicast API. Each has a list of cases, in the order of its checks:
+// every case is tried under every command, and every two faults together.
 #include "contract.h"
 
 #include <ky_router_utils_validate.h>
@@ -111,7 +111,8 @@ const Validator route_get = VALIDATOR(mc_route_get,
     r.cmd, 0xFFFF, if_read(r.cmd == GET, &r.key),
     if_read(r.cmd != GET, r.has_filter != 0 ? &r.filter : nullptr), unread,
     if_read(r.cmd != KY_ACCESS_CMD_COUNT, &r.count));
-const Validator egress_rif_set = VALIDATOR(mc_egress_rif_set, r.cmd, 0xFFFF, &r.key, unread, r.count);
+const Validator egress_rif_set = VALIDATOR(mc_egress_rif_set,
+    r.cmd, 0xFFFF, &r.key, unread, r.count);
 const Validator egress_rif_get = VALIDATOR(mc_egress_rif_get, 0xFFFF, &r.key, unread, unread);
 const Validator activity_get = VALIDATOR(mc_route_activity_get, r.cmd, 0xFFFF, &r.key, unread);
 const Validator counter_set = VALIDATOR(mc_route_counter_bind_set, r.cmd, 0xFFFF, &r.key, r.id);
@@ -124,8 +125,8 @@ const Validator rpf_group_get = VALIDATOR(mc_rpf_group_get,
 
 // ---- Cases ----
 
-/* A change of a request, the commands that look at it, and what a validator then says. {d} and {name}
- * stand for the command. */
+/* A change of a request, the commands that look at it, and what a validator then says. {d} and
+ * {name} stand for the command. */
 struct Case {
     Commands reached_by;
     std::function<void(Request&)> change;
@@ -231,8 +232,8 @@ Cases key_cases(const Commands& versions, const Commands& ranges)
                    "Given MC mask ff0e::1/ff00:: is not a valid mask\n"),
             judged(zero(3), ipv6({0xFF000000, 0, 0, 0}, {0, 0, 0, 0}, 3), BAD,
                    "Given MC mask Invalid IP version/Invalid IP version is not a valid mask\n"),
-            judged(zero(0), ipv6({0xE0000000, ~0U, 0, 0}, {0, 0, 0, 0}, 0), RANGE, "Given MC mask Invalid "
-                   "IP version/Invalid IP version is not in the valid MC address range\n"),
+            judged(zero(0), ipv6({0xE0000000, ~0U, 0, 0}, {0, 0, 0, 0}, 0), RANGE, "Given MC mask "
+                   "Invalid IP version/Invalid IP version is not in the valid MC address range\n"),
             judged(source6, group6), judged(source6, zero(2)), judged(source4, ipv4(0, 0)),
         };
 }
@@ -397,10 +398,10 @@ TEST_F(RouterValidateTest, RouteGet)
              "Given filter MC address :: is not in the valid MC address range\n"},
             {filters, WITH(r.filter.mc_group_addr = ipv4(~0U, ~0U)), BAD,
              "Given filter MC mask 255.255.255.255/255.255.255.255 is not a valid mask\n"},
-            {filters, WITH(r.filter.mc_group_addr = group6; r.filter.mc_group_addr.version = 3), BAD,
-             "Given filter MC mask Invalid IP version/Invalid IP version is not a valid mask\n"},
-            {filters, WITH(r.filter.ingress_rif_incl_rpf_groups_valid = 1), BAD, "Filter by ingress "
-             "RIF and filter by ingress RIF including RPF groups can't both be valid\n"},
+            {filters, WITH(r.filter.mc_group_addr = group6; r.filter.mc_group_addr.version = 3),
+             BAD, "Given filter MC mask Invalid IP version/Invalid IP version is not a valid mask\n"},
+            {filters, WITH(r.filter.ingress_rif_incl_rpf_groups_valid = 1), BAD, "Filter by "
+             "ingress RIF and filter by ingress RIF including RPF groups can't both be valid\n"},
             {all, WITH(r.has_filter = 0)},
             {all, WITH(r.filter = {2, zero(9), 0x100, zero(9), 2, 1})},
             {all, WITH(r.filter = {0x101, zero(~0U), 0x101, zero(~0U), 0x101, 1})},

@@ -1,5 +1,5 @@
-/* An allocator that counts, fails and hands out dirty blocks, and a lock that knows who holds it and
- * that others come before: linked into a test, they stand in front of the component library's. */
+/* An allocator that counts, fails and hands out dirty blocks, and a lock that knows who holds it
+ * and that others come before: linked into a test, they stand in front of the component library's. */
 #ifndef ALLOCATION_H
 #define ALLOCATION_H
 

@@ -238,12 +238,6 @@ Said operator+(Said a, const Said& b)
     return a;
 }
 
-bool Statement::operator==(const Statement& other) const
-{
-    return mask == other.mask && function == other.function && text == other.text &&
-           module == other.module;
-}
-
 void PrintTo(const Statement& statement, std::ostream* stream)
 {
     *stream << statement.mask << " " << statement.module << " " << statement.function << ": "
@@ -292,6 +286,7 @@ Said passing(
         return level > verbosity || (statement.is_trace && flag == 0);
     });
     for (Statement& statement : said) {
+        statement.is_trace = false;
         statement.module = statement.mask >= KY_LOG_MASK_DEBUG ? module + " " + source
                            : statement.mask != 0               ? module
                                                                : "";

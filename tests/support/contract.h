@@ -1,10 +1,10 @@
 /* What holds for every function, checked at every call.
  *
- * A test is a row: a call, what it returns, what it says and what it hands out. `expect` makes the call
- * at several verbosities, with traces off and on, and demands each time: the same status; the records
- * that pass, in their order, with the traces that the function's class asks for, and no others; out
- * parameters written only where the row says so; no lock held during a record, an allocation or at
- * return. Afterwards the state is what it was before. */
+ * A test is a row: a call, what it returns, what it says and what it hands out. `expect` makes the
+ * call at several verbosities, with traces off and on, and demands each time: the same status; the
+ * records that pass, in their order, with the traces that the function's class asks for, and no
+ * others; out parameters written only where the row says so; no lock held during a record, an
+ * allocation or at return. Afterwards the state is what it was before. */
 #ifndef CONTRACT_H
 #define CONTRACT_H
 
@@ -34,7 +34,7 @@ struct Statement {
     std::string text;
     bool is_trace = false;   // in a row: it needs the flag, too
     std::string module = {}; // and from debug level on the source; filled in for a row
-    bool operator==(const Statement& other) const;
+    bool operator==(const Statement&) const = default;
 };
 using Said = std::vector<Statement>;
 
@@ -130,8 +130,8 @@ struct Row {
 /* Every exported function needs one, or the run fails; `expect` calls this. */
 void has_a_row(const std::string& function);
 
-/* Numbers inside and outside a range: around its ends, and where a narrower or a signed type would wrap
- * into it. */
+/* Numbers inside and outside a range: around its ends, and where a narrower or a signed type would
+ * wrap into it. */
 std::set<uint32_t> edges(uint32_t min, uint32_t max);
 
 /* All access commands, and some that are none, where a narrower type would wrap. */
@@ -150,8 +150,8 @@ class ContractTest : public testing::Test {
     uint32_t verbosity = 0; // that the call under way is made at
 };
 
-/* A fingerprint (FNV-1a) with one more text and its end: it guards a table that is not worth a second
- * copy. */
+/* A fingerprint (FNV-1a) with one more text and its end: it guards a table that is not worth a
+ * second copy. */
 constexpr uint64_t NO_TEXTS = 0xcbf29ce484222325;
 uint64_t fingerprint(uint64_t value, const char* text);
 

@@ -1,5 +1,5 @@
-// The stand-in for the component library, as far as the library relies on it; its maps are tested by the
-// model of a database.
+// The stand-in for the component library, as far as the library relies on it; its maps are tested by
+// the model of a database.
 #include "allocation.h"
 
 #include <complib/cl_qmap.h>
