@@ -120,7 +120,7 @@ void run(Input& input)
 {
     const uint32_t verbosity = choose_verbosity(input);
     const uint32_t min = input.below(21);
-    const uint32_t max = min + input.below(21);
+    const uint32_t max = input.once_in(4) ? 0 : min + input.below(21);
     const uint32_t grow = input.below(8);
     const bool has_memory = input.once_in(2);
 

@@ -44,6 +44,7 @@ expect "it is bound when it is loaded" grep -q '(FLAGS_1).*NOW' "$work/dynamic"
 expect "what relocation wrote is read-only afterwards" grep -q GNU_RELRO "$work/segments"
 expect "its stack is not executable" grep -qE 'GNU_STACK.* RW +0x' "$work/segments"
 expect "no segment is writable and executable" is_not grep -qE 'LOAD.* RWE ' "$work/segments"
+expect "no thread has a state of its own" is_not grep -q ' TLS ' "$work/segments"
 expect "no relocation writes to code" is_not grep -q TEXTREL "$work/dynamic"
 if [ "$relocations" = packed ]; then
     readelf -rW "$library" > "$work/relocations"

@@ -1,5 +1,5 @@
 /* What programs have compiled in: the value of every constant, and the layout of every record. It
- * only has to compile, as C11 and as C++. */
+ * only has to compile, as C11 and as C++11. */
 #include <ky_adviser.h>
 #include <ky_common.h>
 #include <ky_port_type_validate.h>

@@ -76,8 +76,6 @@ for header in $headers; do
     echo "#include \"$header\"" |
         quietly musl-gcc -Wall -Wextra -Werror $cflags -fsyntax-only -x c -
 done
-# shellcheck disable=SC2086 # a list of words
-quietly g++ $cflags -fsyntax-only -x c++ "$source/tests/abi/layout_test.c"
 
 # Too many arguments do not compile, and the compiler says why.
 sed 's/KY_LOG_DEBUG("%u/KY_LOG_DEBUG("%d%u/; s/", 1U,/", 0, 1U,/' "$here/consumer.c" > "$work/ten.c"

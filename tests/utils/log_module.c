@@ -3,9 +3,9 @@
 #include <ky_common.h>
 
 #define TRACED_CHANGE(level, flag)                \
-    KY_TRACE_ENTRY();                             \
+    (KY_TRACE_ENTRY()); /* an expression */       \
     const uint32_t changed = change(level, flag); \
-    KY_TRACE_EXIT();                              \
+    (KY_TRACE_EXIT());                            \
     return changed
 #include "log_module.inc"
 

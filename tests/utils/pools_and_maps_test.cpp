@@ -182,7 +182,7 @@ TEST_F(DatabaseTest, Pools)
         EXPECT_EQ(last_request() / 70000 == 0x80000001, sizeof(size_t) > 4); // it tried to grow
         cl_qpool_destroy(&new_pool);
     };
-    const std::string name = "as long as it likes";
+    const std::string name = "as long as it likes: nothing cuts it off, and nobody counts";
     const Said made = notice("Init new DB (Min: 3, Max: 5, Grow: 1)\n");
     const Said large = notice("Init " + name + " DB (Min: 0, Max: 4294967295, Grow: 2147483649)\n");
     const Said full = error("Init failure of " + name + " DB\n");
@@ -192,6 +192,9 @@ TEST_F(DatabaseTest, Pools)
         {CALL(utils_qpool_get(&item, &pool)), .writes = {item.is_written()}, .then = put},
         {CALL(utils_qpool_get(&item, &empty)), .status = NO_ROOM, .writes = {item.is(nullptr)}},
         {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, "new")), .says = made, .then = destroy},
+        {CALL(utils_qpool_init(&new_pool, 1, 0, 0, 70000, "new")), // as many as there is room for
+         .says = notice("Init new DB (Min: 1, Max: 0, Grow: 0)\n"),
+         .then = [&] { cl_qpool_destroy(&new_pool); }},
         {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, name.c_str())), .status = FULL,
          .says = full, .allocations = 0},
         {CALL(utils_qpool_init(&new_pool, 0, ~0U, 0x80000001, 70000, name.c_str())),

@@ -19,10 +19,16 @@ struct Enumeration {
     uint64_t fingerprint;
 };
 
-// Some take an enumeration, which is as wide.
-#define NAME(name, bound, fingerprint)                                        \
-    {                                                                         \
-        reinterpret_cast<Str>(ky_##name##_str), #name, bound, 0x##fingerprint \
+/* Some take an enumeration: all are unsigned and as wide. */
+template <typename Value> Str str_of(const char* (*str)(Value))
+{
+    static_assert(sizeof(Value) == sizeof(uint32_t) && static_cast<Value>(~0U) > Value{});
+    return reinterpret_cast<Str>(str);
+}
+
+#define NAME(name, bound, fingerprint)                         \
+    {                                                          \
+        str_of(ky_##name##_str), #name, bound, 0x##fingerprint \
     }
 // clang-format off
 const Enumeration enumerations[] = {
