@@ -345,8 +345,7 @@ std::vector<ky_access_cmd_t> commands()
     std::vector<ky_access_cmd_t> all;
     for (uint32_t cmd = 0; cmd <= 40; cmd++) {
         all.push_back(static_cast<ky_access_cmd_t>(cmd));
-        all.push_back(static_cast<ky_access_cmd_t>(cmd + 0x100));
-        all.push_back(static_cast<ky_access_cmd_t>(cmd + 0x10000));
+        all.push_back(static_cast<ky_access_cmd_t>(cmd + 0x10000)); // for 8 bits, too
     }
     all.push_back(static_cast<ky_access_cmd_t>(~0U));
     return all;

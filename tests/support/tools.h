@@ -1,10 +1,8 @@
-/* What tests of every kind use: threads and streams. */
+/* What tests of every kind use. */
 #ifndef TOOLS_H
 #define TOOLS_H
 
-#include <cstdio>
-#include <cstdlib>
-#include <string>
+#include <cstdint>
 #include <thread>
 #include <vector>
 
@@ -18,19 +16,6 @@ template <typename Work> void in_threads(uint32_t count, const Work& work)
     for (std::thread& thread : threads) {
         thread.join();
     }
-}
-
-/* What a function prints to a stream. */
-template <typename Print> std::string printed(Print print)
-{
-    char* text = nullptr;
-    size_t size = 0;
-    FILE* stream = open_memstream(&text, &size);
-    print(stream);
-    fclose(stream);
-    std::string copy = text;
-    free(text);
-    return copy;
 }
 
 #endif

@@ -171,6 +171,24 @@ TEST_F(MemoryTest, Reports)
     }
 }
 
+TEST_F(MemoryTest, CountsChangeUnderTheLock)
+{
+    Said at_lock;
+    const auto counts = [] {
+        utils_memory_dbg_dump(nullptr);
+        return take_said();
+    };
+    const auto look = [&] { at_lock = counts(); };
+    void* memory = nullptr;
+    for (const bool gets : {true, false}) {
+        take_said();
+        const Said before = counts();
+        before_lock(1, look);
+        EXPECT_EQ(gets ? utils_memory_get(&memory, 10, 2) : utils_memory_put(memory, 2), GOOD);
+        EXPECT_EQ(at_lock, before);
+    }
+}
+
 /* Two blocks are given back under a type that holds one of them, the first one when the second is
  * about to take a lock, or afterwards. */
 TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)

@@ -88,6 +88,7 @@ TEST_F(DatabaseTest, Maps)
          .given = insert, .then = expect_gone},
         {CALL(utils_db_qmap_item_ins(LARGE, &map, &own.map_item)), .then = remove},
         {CALL(utils_db_qmap_item_ins(5, &map, &own.map_item)), .status = PRESENT},
+        {CALL(utils_db_qmap_item_ins(5, &map, five)), .status = PRESENT},
         {CALL(utils_qmap_is_empty(&none))},
         {CALL(utils_qmap_is_empty(&map)), .status = KY_STATUS_DB_NOT_EMPTY},
     });
@@ -127,6 +128,7 @@ TEST_F(DatabaseTest, Records)
         {CALL(ADD(LARGE, &pool, nullptr)), .then = del_large},
         {CALL(ADD(5, &pool, &record)), .status = PRESENT, .writes = {record.is(filed)}},
         {CALL(ADD(5, &pool, nullptr)), .status = PRESENT},
+        {CALL(ADD(5, &empty, &record)), .status = PRESENT, .writes = {record.is(filed)}},
         {CALL(ADD(LARGE, &empty, &record)), .status = NO_ROOM},
         {CALL(DEL(LARGE, pool_item_of_record, &record)), .writes = {record.is_written()},
          .given = add_large},
@@ -164,7 +166,7 @@ TEST_F(DatabaseTest, Pools)
 {
     Out<cl_pool_item_t*> item;
     Out<cl_qmap_t> new_map;
-    cl_qpool_t new_pool;
+    Out<cl_qpool_t> new_pool;
     const auto put = [&] { cl_qpool_put(&pool, item.get()); };
     const auto destroy = [&] {
         EXPECT_EQ(last_request() / 70000, 3U);
@@ -182,7 +184,7 @@ TEST_F(DatabaseTest, Pools)
         EXPECT_EQ(last_request() / 70000 == 0x80000001, sizeof(size_t) > 4); // it tried to grow
         cl_qpool_destroy(&new_pool);
     };
-    const std::string name = "as long as it likes: nothing cuts it off, and nobody counts";
+    const std::string name(200, 'x');
     const Said made = notice("Init new DB (Min: 3, Max: 5, Grow: 1)\n");
     const Said large = notice("Init " + name + " DB (Min: 0, Max: 4294967295, Grow: 2147483649)\n");
     const Said full = error("Init failure of " + name + " DB\n");
@@ -191,18 +193,20 @@ TEST_F(DatabaseTest, Pools)
     expect({
         {CALL(utils_qpool_get(&item, &pool)), .writes = {item.is_written()}, .then = put},
         {CALL(utils_qpool_get(&item, &empty)), .status = NO_ROOM, .writes = {item.is(nullptr)}},
-        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, "new")), .says = made, .then = destroy},
+        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, "new")), .says = made,
+         .writes = {new_pool.is_written()}, .then = destroy},
         {CALL(utils_qpool_init(&new_pool, 1, 0, 0, 70000, "new")), // as many as there is room for
          .says = notice("Init new DB (Min: 1, Max: 0, Grow: 0)\n"),
-         .then = [&] { cl_qpool_destroy(&new_pool); }},
+         .writes = {new_pool.is_written()}, .then = [&] { cl_qpool_destroy(&new_pool); }},
         {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, name.c_str())), .status = FULL,
          .says = full, .allocations = 0},
         {CALL(utils_qpool_init(&new_pool, 0, ~0U, 0x80000001, 70000, name.c_str())),
-         .says = large, .then = destroy_large},
+         .says = large, .writes = {new_pool.is_written()}, .then = destroy_large},
         {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 0, ~0U, 0x80000001, 70000, name.c_str())),
-         .says = large, .writes = {new_map.is_written()}, .then = destroy_large},
+         .says = large, .writes = {new_pool.is_written(), new_map.is_written()},
+         .then = destroy_large},
         {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 70000, "new")), .says = made,
-         .writes = {new_map.is_written()}, .then = destroy},
+         .writes = {new_pool.is_written(), new_map.is_written()}, .then = destroy},
         {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 70000, name.c_str())),
          .status = FULL, .says = full, .allocations = 0},
     });

@@ -76,28 +76,19 @@ TEST(QpoolTest, GrowsStepByStepAndSurvivesEveryAllocationFailure)
     fail_allocations_after(-1);
 }
 
-TEST(QpoolTest, JudgesCountsAndSizes)
+TEST(QpoolTest, RefusesWhatCannotBe)
 {
-    struct {
+    const struct {
         size_t min, max, grow, size;
-        int objects; // -1 for a refusal
-    } const rows[] = {
-        // clang-format off
-        {0, 0, 0, 48, 0}, {3, 3, 5, 48, 3}, {3, 7, 0, 48, 3}, {0, 7, 16, 48, 7}, {8, 7, 1, 48, -1},
-        {1, 1, 1, sizeof(cl_pool_item_t) - 1, -1}, {0, 1, 1, SIZE_MAX, -1},
-        {SIZE_MAX / 16, 0, 0, 16, -1}, {SIZE_MAX / 2, 0, 0, 48, -1},
-        // clang-format on
-    };
-    for (const auto& [min, max, grow, size, objects] : rows) {
-        SCOPED_TRACE(testing::Message() << min << " " << max << " " << grow << " " << size);
+    } rows[] = {
+        {8, 7, 1, 48},
+        {1, 1, 1, sizeof(cl_pool_item_t) - 1},
+        {0, 1, 1, SIZE_MAX},
+        {SIZE_MAX / 16, 0, 0, 16},
+        {SIZE_MAX / 2, 0, 0, 48}};
+    for (const auto& [min, max, grow, size] : rows) {
         cl_qpool_t pool = {};
-        const bool made =
-            cl_qpool_init(&pool, min, max, grow, size, nullptr, nullptr, nullptr) == 0;
-        ASSERT_EQ(made, objects >= 0);
-        if (made) {
-            EXPECT_EQ(take_all(pool).size(), objects);
-            cl_qpool_destroy(&pool);
-        }
+        EXPECT_NE(cl_qpool_init(&pool, min, max, grow, size, nullptr, nullptr, nullptr), 0);
         EXPECT_EQ(live_blocks(), 0);
     }
 }
