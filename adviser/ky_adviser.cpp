@@ -2,6 +2,7 @@
 #include "ky_adviser.h"
 
 #include "ky_names.h"
+#include "name_table.h"
 
 #include <complib/cl_qmap.h>
 #include <complib/cl_qpool.h>
@@ -11,112 +12,76 @@
 #define KY_LOG_MODULE "ADVISER"
 #define KY_LOG_VERBOSITY adviser_verbosity_level
 
+/* A failure whose message ends with the name of its status. */
+#define FAIL_BY_NAME(status, ...) KY_FAIL(status, __VA_ARGS__, ky_status_str(status))
+
 namespace {
 
 constinit uint32_t adviser_verbosity_level = KY_LOG_LEVEL_DEFAULT;
 
 // ---- Events ----
 
-constexpr uint32_t NO_MAP = UINT32_MAX;
-constexpr uint32_t MAP_COUNT = 50;
-constexpr bool PRE_EVENT = true;
-
-/* An event: its name, its map, and, for one announced ahead of the change, what to tell those that
- * had accepted it when another one has refused. */
-struct Event {
-    adviser_event_t event;
-    char name[36]; // in place, so that the loader has nothing to do; the longest and its end
-    uint32_t map;
-    bool is_pre_event = false;
-    adviser_event_t fail_event = ADVISER_EVENT_NONE;
-};
-
-// clang-format off
-constexpr Event events[] = {
-    {ADVISER_EVENT_NONE, "NONE", NO_MAP},
-    {ADVISER_EVENT_PORT_ADDED, "PORT-ADDED", 0},
-    {ADVISER_EVENT_PORT_DELETED, "PORT-DELETED", 1},
-    {ADVISER_EVENT_SWID_ADDED, "SWID-ADDED", 2},
-    {ADVISER_EVENT_SWID_DELETED, "SWID-DELETED", 3},
-    {ADVISER_EVENT_PRE_DEVICE_ADDED, "PRE-DEVICE-ADDED", 4},
-    {ADVISER_EVENT_DEVICE_ADDED, "DEVICE-ADDED", 5},
-    {ADVISER_EVENT_DEVICE_READY, "DEVICE-READY", 6},
-    {ADVISER_EVENT_PRE_DEVICE_DELETED, "PRE-DEVICE-DELETED", 7},
-    {ADVISER_EVENT_DEVICE_DELETED, "DEVICE-DELETED", 8, PRE_EVENT},
-    {ADVISER_EVENT_PORT_ADDED_INTO_SWID, "PORT-ADDED-INTO-SWID", 9},
-    {ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID, "PRE-PORT-DELETED-FROM-SWID", 10, PRE_EVENT,
-     ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID},
-    {ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID, "PRE-FAILED-PORT-DELETED-FROM-SWID", 10},
-    {ADVISER_EVENT_PORT_DELETED_FROM_SWID, "PORT-DELETED-FROM-SWID", 11},
-    {ADVISER_EVENT_FID_ADDED, "FID-ADDED", 12},
-    {ADVISER_EVENT_FID_DELETED, "FID-DELETED", 13},
-    {ADVISER_EVENT_PORT_VID_ADDED, "PORT-VID-ADDED", 14},
-    {ADVISER_EVENT_PORT_VID_DELETED, "PORT-VID-DELETED", 15},
-    {ADVISER_EVENT_PREPARE_PROFILE, "PREPARE-PROFILE", 16},
-    {ADVISER_EVENT_PORT_VLAN_MEMBERSHIP_ADD_E, "PORT-VLAN-MEMBERSHIP-ADD_E", 17},
-    {ADVISER_EVENT_PORT_VLAN_MEMBERSHIP_DELETE_E, "PORT-VLAN-MEMBERSHIP-DELETE_E", 18},
-    {ADVISER_EVENT_VPORT_BRIDGE_ADD, "VPORT_BRIDGE_ADD", 19},
-    {ADVISER_EVENT_PRE_VPORT_BRIDGE_DELETE, "PRE_VPORT_BRIDGE_DELETE", 20},
-    {ADVISER_EVENT_VPORT_BRIDGE_DELETE, "VPORT_BRIDGE_DELETE", 21},
-    {ADVISER_EVENT_VPORT_BRIDGE_PENDING_PUSH, "VPORT_BRIDGE_PENDING_PUSH", 22},
-    {ADVISER_EVENT_SPAN_SESSION_UPDATE, "SPAN_SESSION_UPDATE", 23},
-    {ADVISER_EVENT_INGRESS_FILTER_CHANGE, "INGRESS_FILTER_CHANGE", 24},
-    {ADVISER_EVENT_PRE_MC_CONTAINER_CHANGE, "PRE_MC_CONTAINER_CHANGE", 25},
-    {ADVISER_EVENT_MC_CONTAINER_ERIF_POINTER_CHANGE, "MC_CONTAINER_ERIF_POINTER_CHANGE", 26},
-    {ADVISER_EVENT_MC_CONTAINER_NVE_MC_POINTER_CHANGE, "MC_CONTAINER_NVE_MC_POINTER_CHANGE", 27},
-    {ADVISER_EVENT_MC_CONTAINER_PORT_MC_POINTER_CHANGE, "MC_CONTAINER_PORT_MC_POINTER_CHANGE", 28},
-    {ADVISER_EVENT_MC_CONTAINER_NEXT_HOPS_CHANGE, "MC_CONTAINER_NEXT_HOPS_CHANGE", 29},
-    {ADVISER_EVENT_POST_RIF_ADD, "POST-RIF-ADD", 30},
-    {ADVISER_EVENT_PRE_RIF_DELETE, "PRE-RIF-DELETE", 31},
-    {ADVISER_EVENT_TUNNEL_DECAP_CHANGE, "TUNNEL_DECAP_CHANGE", 32},
-    {ADVISER_EVENT_IPV6_CHANGE, "IPV6_CHANGE", 33},
-    {ADVISER_EVENT_FDB_MC_MID_CHANGE, "FDB_MC_MID_CHANGE", 34},
-    {ADVISER_EVENT_POST_LAG_REDIRECT_SET, "POST_LAG_REDIRECT_SET", 35},
-    {ADVISER_EVENT_BRIDGE_TUNNEL_MAP_ADD, "BRIDGE_TUNNEL_MAP_ADD", 36},
-    {ADVISER_EVENT_BRIDGE_TUNNEL_MAP_DELETE, "BRIDGE_TUNNEL_MAP_DELETE", 37},
-    {ADVISER_EVENT_FDB_UC_MAC_ADD, "FDB_UC_MAC_ADD", 38},
-    {ADVISER_EVENT_FDB_UC_MAC_DELETE, "FDB_UC_MAC_DELETE", 39},
-    {ADVISER_EVENT_POST_KVD_HASH_NO_RESOURCES, "POST_KVD_HASH_NO_RESOURCES", 40},
-    {ADVISER_EVENT_SDK_CLIENT_CLOSE, "SDK_CLIENT_CLOSE", 41},
-    {ADVISER_EVENT_POST_PORT_OPER_DOWN_E, "POST_PORT_OPER_DOWN_E", 42},
-    {ADVISER_EVENT_PORT_ADMIN_STATE, "PORT_ADMIN_STATE", 43},
-    {ADVISER_EVENT_PRE_VPORT_BRIDGE_ADD, "PRE_VPORT_BRIDGE_ADD", 44},
-    {ADVISER_EVENT_PRE_ISSU_END, "PRE_ISSU_END", 45},
-    {ADVISER_EVENT_POST_RIF_ENABLE, "POST_RIF_ENABLE", 46},
-    {ADVISER_EVENT_PRE_RIF_DISABLE, "PRE_RIF_DISABLE", 47},
-    {ADVISER_EVENT_POST_TUNNEL_ATTRIBUTES_CHANGE, "POST_TUNNEL_ATTRIBUTES_CHANGE", 48},
-    {ADVISER_EVENT_POST_ECMP_UPDATE, "POST_ECMP_UPDATE", 49},
-};
-// clang-format on
-
-/* Row i is event i; the maps are numbered without a gap, and a fail event shares the map of its
- * pre-event, which stands in front of it. */
-consteval bool events_are_sound()
-{
-    uint32_t maps = 0;
-    for (uint32_t i = 0; i < std::size(events); i++) {
-        const Event& event = events[i];
-        const bool is_fail_event = i > 0 && events[i - 1].fail_event == event.event;
-        const bool has_own_map = i > 0 && !is_fail_event;
-        const uint32_t map = i == 0 ? NO_MAP : is_fail_event ? events[i - 1].map : maps;
-        if (event.event != i || event.map != map ||
-            (event.fail_event != ADVISER_EVENT_NONE &&
-             (!event.is_pre_event || event.fail_event != i + 1))) {
-            return false;
-        }
-        maps += has_own_map ? 1 : 0;
-    }
-    return maps == MAP_COUNT;
-}
-
-static_assert(std::size(events) == ADVISER_EVENT_MAX + 1);
-static_assert(events_are_sound());
-
-constexpr adviser_event_t EVENT_MIN = events[1].event;
+constexpr adviser_event_t EVENT_MIN = ADVISER_EVENT_PORT_ADDED;
+constexpr adviser_event_t ROLLED_BACK_EVENT = ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID;
+constexpr adviser_event_t FAIL_EVENT = ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID;
 
 const char* event_name(adviser_event_t event)
 {
-    return event <= ADVISER_EVENT_MAX ? events[event].name : "UNKNOWN";
+    static constexpr NameTable<ADVISER_EVENT_MAX> table({
+        {ADVISER_EVENT_NONE, "NONE"},
+        {ADVISER_EVENT_PORT_ADDED, "PORT-ADDED"},
+        {ADVISER_EVENT_PORT_DELETED, "PORT-DELETED"},
+        {ADVISER_EVENT_SWID_ADDED, "SWID-ADDED"},
+        {ADVISER_EVENT_SWID_DELETED, "SWID-DELETED"},
+        {ADVISER_EVENT_PRE_DEVICE_ADDED, "PRE-DEVICE-ADDED"},
+        {ADVISER_EVENT_DEVICE_ADDED, "DEVICE-ADDED"},
+        {ADVISER_EVENT_DEVICE_READY, "DEVICE-READY"},
+        {ADVISER_EVENT_PRE_DEVICE_DELETED, "PRE-DEVICE-DELETED"},
+        {ADVISER_EVENT_DEVICE_DELETED, "DEVICE-DELETED"},
+        {ADVISER_EVENT_PORT_ADDED_INTO_SWID, "PORT-ADDED-INTO-SWID"},
+        {ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID, "PRE-PORT-DELETED-FROM-SWID"},
+        {ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID, "PRE-FAILED-PORT-DELETED-FROM-SWID"},
+        {ADVISER_EVENT_PORT_DELETED_FROM_SWID, "PORT-DELETED-FROM-SWID"},
+        {ADVISER_EVENT_FID_ADDED, "FID-ADDED"},
+        {ADVISER_EVENT_FID_DELETED, "FID-DELETED"},
+        {ADVISER_EVENT_PORT_VID_ADDED, "PORT-VID-ADDED"},
+        {ADVISER_EVENT_PORT_VID_DELETED, "PORT-VID-DELETED"},
+        {ADVISER_EVENT_PREPARE_PROFILE, "PREPARE-PROFILE"},
+        {ADVISER_EVENT_PORT_VLAN_MEMBERSHIP_ADD_E, "PORT-VLAN-MEMBERSHIP-ADD_E"},
+        {ADVISER_EVENT_PORT_VLAN_MEMBERSHIP_DELETE_E, "PORT-VLAN-MEMBERSHIP-DELETE_E"},
+        {ADVISER_EVENT_VPORT_BRIDGE_ADD, "VPORT_BRIDGE_ADD"},
+        {ADVISER_EVENT_PRE_VPORT_BRIDGE_DELETE, "PRE_VPORT_BRIDGE_DELETE"},
+        {ADVISER_EVENT_VPORT_BRIDGE_DELETE, "VPORT_BRIDGE_DELETE"},
+        {ADVISER_EVENT_VPORT_BRIDGE_PENDING_PUSH, "VPORT_BRIDGE_PENDING_PUSH"},
+        {ADVISER_EVENT_SPAN_SESSION_UPDATE, "SPAN_SESSION_UPDATE"},
+        {ADVISER_EVENT_INGRESS_FILTER_CHANGE, "INGRESS_FILTER_CHANGE"},
+        {ADVISER_EVENT_PRE_MC_CONTAINER_CHANGE, "PRE_MC_CONTAINER_CHANGE"},
+        {ADVISER_EVENT_MC_CONTAINER_ERIF_POINTER_CHANGE, "MC_CONTAINER_ERIF_POINTER_CHANGE"},
+        {ADVISER_EVENT_MC_CONTAINER_NVE_MC_POINTER_CHANGE, "MC_CONTAINER_NVE_MC_POINTER_CHANGE"},
+        {ADVISER_EVENT_MC_CONTAINER_PORT_MC_POINTER_CHANGE, "MC_CONTAINER_PORT_MC_POINTER_CHANGE"},
+        {ADVISER_EVENT_MC_CONTAINER_NEXT_HOPS_CHANGE, "MC_CONTAINER_NEXT_HOPS_CHANGE"},
+        {ADVISER_EVENT_POST_RIF_ADD, "POST-RIF-ADD"},
+        {ADVISER_EVENT_PRE_RIF_DELETE, "PRE-RIF-DELETE"},
+        {ADVISER_EVENT_TUNNEL_DECAP_CHANGE, "TUNNEL_DECAP_CHANGE"},
+        {ADVISER_EVENT_IPV6_CHANGE, "IPV6_CHANGE"},
+        {ADVISER_EVENT_FDB_MC_MID_CHANGE, "FDB_MC_MID_CHANGE"},
+        {ADVISER_EVENT_POST_LAG_REDIRECT_SET, "POST_LAG_REDIRECT_SET"},
+        {ADVISER_EVENT_BRIDGE_TUNNEL_MAP_ADD, "BRIDGE_TUNNEL_MAP_ADD"},
+        {ADVISER_EVENT_BRIDGE_TUNNEL_MAP_DELETE, "BRIDGE_TUNNEL_MAP_DELETE"},
+        {ADVISER_EVENT_FDB_UC_MAC_ADD, "FDB_UC_MAC_ADD"},
+        {ADVISER_EVENT_FDB_UC_MAC_DELETE, "FDB_UC_MAC_DELETE"},
+        {ADVISER_EVENT_POST_KVD_HASH_NO_RESOURCES, "POST_KVD_HASH_NO_RESOURCES"},
+        {ADVISER_EVENT_SDK_CLIENT_CLOSE, "SDK_CLIENT_CLOSE"},
+        {ADVISER_EVENT_POST_PORT_OPER_DOWN_E, "POST_PORT_OPER_DOWN_E"},
+        {ADVISER_EVENT_PORT_ADMIN_STATE, "PORT_ADMIN_STATE"},
+        {ADVISER_EVENT_PRE_VPORT_BRIDGE_ADD, "PRE_VPORT_BRIDGE_ADD"},
+        {ADVISER_EVENT_PRE_ISSU_END, "PRE_ISSU_END"},
+        {ADVISER_EVENT_POST_RIF_ENABLE, "POST_RIF_ENABLE"},
+        {ADVISER_EVENT_PRE_RIF_DISABLE, "PRE_RIF_DISABLE"},
+        {ADVISER_EVENT_POST_TUNNEL_ATTRIBUTES_CHANGE, "POST_TUNNEL_ATTRIBUTES_CHANGE"},
+        {ADVISER_EVENT_POST_ECMP_UPDATE, "POST_ECMP_UPDATE"},
+    });
+    return table.name_of(event, "UNKNOWN");
 }
 
 // ---- The registry ----
@@ -135,7 +100,8 @@ constexpr uint32_t POOL_COUNT_MAX = 255;
 constexpr uint32_t POOL_COUNT_GROW = 16;
 
 constinit cl_qpool_t adviser_pool = {};
-constinit cl_qmap_t adviser_event_map[MAP_COUNT] = {};
+constinit cl_qmap_t adviser_event_map[ADVISER_EVENT_MAX + 1] =
+    {}; // by event; 0 and the fail event have none
 constinit uint32_t adviser_initialized = 0;
 
 uint64_t key_of(adviser_cb_t callback)
@@ -156,7 +122,7 @@ advisor_t* advisor_of(cl_map_item_t* item)
  * is taken out of their way first. So a walk never looks at a record that is not in its map. */
 class Walk {
   public:
-    explicit Walk(cl_qmap_t* map) : map_(map), next_(cl_qmap_head(map)), outer_(innermost)
+    explicit Walk(const cl_qmap_t* map) : next(cl_qmap_head(map)), outer_(innermost)
     {
         innermost = this;
     }
@@ -167,34 +133,29 @@ class Walk {
         innermost = outer_;
     }
 
-    bool is_over() const
+    /* The callback of the next advisor. Its successor is taken first. */
+    adviser_cb_t take()
     {
-        return next_ == cl_qmap_end(map_);
-    }
-
-    /* The next advisor. Its successor is taken first. */
-    advisor_t* next()
-    {
-        cl_map_item_t* item = next_;
-        next_ = cl_qmap_next(item);
-        return advisor_of(item);
+        cl_map_item_t* item = next;
+        next = cl_qmap_next(item);
+        return advisor_of(item)->callback;
     }
 
     /* To be called before an advisor leaves its map. */
     static void step_over(const cl_map_item_t* leaving)
     {
         for (Walk* walk = innermost; walk != nullptr; walk = walk->outer_) {
-            if (walk->next_ == leaving) {
-                walk->next_ = cl_qmap_next(leaving);
+            if (walk->next == leaving) {
+                walk->next = cl_qmap_next(leaving);
             }
         }
     }
 
+    cl_map_item_t* next; // the end item behind the last advisor
+
   private:
     static Walk* innermost; // on the stack, which is why callbacks must return
 
-    cl_qmap_t* map_;
-    cl_map_item_t* next_;
     Walk* outer_;
 };
 
@@ -214,30 +175,30 @@ inline ky_status_t __adviser_event_map_get(adviser_event_t event, cl_qmap_t** ma
     if (event < EVENT_MIN || event > ADVISER_EVENT_MAX) {
         return KY_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "Unsupported event (%d).\n", event);
     }
-    *map_pp = &adviser_event_map[events[event].map];
+    *map_pp = &adviser_event_map[event == FAIL_EVENT ? ROLLED_BACK_EVENT : event];
     return KY_STATUS_SUCCESS;
 }
 
 bool __is_event_pre_fail_event(adviser_event_t event)
 {
     KY_TRACE_FUNCTION();
-    return event == ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID;
+    return event == FAIL_EVENT;
 }
 
-/* This and the next one take an event that has a map. */
+/* Whether a refusal asks for a fail event; that of DEVICE-DELETED is missing. */
 bool __is_event_pre_event(adviser_event_t event)
 {
     KY_TRACE_FUNCTION();
-    return events[event].is_pre_event;
+    return event == ROLLED_BACK_EVENT || event == ADVISER_EVENT_DEVICE_DELETED;
 }
 
 ky_status_t __get_fail_event(adviser_event_t event, adviser_event_t* fail_event_p)
 {
     KY_TRACE_FUNCTION();
-    if (events[event].fail_event == ADVISER_EVENT_NONE) {
+    if (event != ROLLED_BACK_EVENT) {
         return KY_STATUS_ENTRY_NOT_FOUND;
     }
-    *fail_event_p = events[event].fail_event;
+    *fail_event_p = FAIL_EVENT;
     return KY_STATUS_SUCCESS;
 }
 
@@ -260,9 +221,9 @@ ky_status_t __adviser_add_event(adviser_event_t event, adviser_cb_t callback)
         return status;
     }
     if (adviser_initialized == 0) {
-        return KY_FAIL(
-            KY_STATUS_DB_NOT_INITIALIZED, "Can't register to event '%s' (%s).\n", event_name(event),
-            ky_status_str(KY_STATUS_DB_NOT_INITIALIZED));
+        return FAIL_BY_NAME(
+            KY_STATUS_DB_NOT_INITIALIZED, "Can't register to event '%s' (%s).\n",
+            event_name(event));
     }
     if (cl_qmap_get(map, key_of(callback)) != cl_qmap_end(map)) {
         KY_LOG_NOTICE(
@@ -272,9 +233,7 @@ ky_status_t __adviser_add_event(adviser_event_t event, adviser_cb_t callback)
     }
     auto* advisor = reinterpret_cast<advisor_t*>(cl_qpool_get(&adviser_pool));
     if (advisor == nullptr) {
-        return KY_FAIL(
-            KY_STATUS_NO_RESOURCES, "Can't allocate advisor at adviser (%s).\n",
-            ky_status_str(KY_STATUS_NO_RESOURCES));
+        return FAIL_BY_NAME(KY_STATUS_NO_RESOURCES, "Can't allocate advisor at adviser (%s).\n");
     }
     advisor->callback = callback;
     cl_qmap_insert(map, key_of(callback), &advisor->map_item);
@@ -292,15 +251,15 @@ ky_status_t __adviser_remove_event(adviser_event_t event, adviser_cb_t callback)
         return status;
     }
     if (adviser_initialized == 0) {
-        return KY_FAIL(
+        return FAIL_BY_NAME(
             KY_STATUS_DB_NOT_INITIALIZED, "Can't deregister from event '%s' (%s).\n",
-            event_name(event), ky_status_str(KY_STATUS_DB_NOT_INITIALIZED));
+            event_name(event));
     }
     cl_map_item_t* item = cl_qmap_get(map, key_of(callback));
     if (item == cl_qmap_end(map)) {
-        return KY_FAIL(
+        return FAIL_BY_NAME(
             KY_STATUS_ENTRY_NOT_FOUND, "Can't delete advisor from '%s' adviser (%s).\n",
-            event_name(event), ky_status_str(KY_STATUS_ENTRY_NOT_FOUND));
+            event_name(event));
     }
     drop(map, advisor_of(item));
     KY_LOG_DEBUG("Advisor deleted from '%s' adviser.\n", event_name(event));
@@ -316,9 +275,8 @@ ky_status_t __adviser_event_map_delete_all(adviser_event_t event)
         status != KY_STATUS_SUCCESS) { // not reached: called for events that have a map
         return status;
     }
-    Walk walk(map);
-    while (!walk.is_over()) {
-        drop(map, walk.next());
+    while (cl_qmap_head(map) != cl_qmap_end(map)) {
+        drop(map, advisor_of(cl_qmap_head(map)));
     }
     KY_LOG_DEBUG("Advisors deleted from '%s' adviser.\n", event_name(event));
     return KY_STATUS_SUCCESS;
@@ -333,17 +291,17 @@ ky_status_t adviser_init(void)
     KY_TRACE_FUNCTION();
 
     if (adviser_initialized == 1) {
-        return KY_FAIL(
-            KY_STATUS_DB_ALREADY_INITIALIZED, "Can't Init adviser (%s).\n",
-            ky_status_str(KY_STATUS_DB_ALREADY_INITIALIZED));
+        return FAIL_BY_NAME(KY_STATUS_DB_ALREADY_INITIALIZED, "Can't Init adviser (%s).\n");
     }
     if (cl_qpool_init(
             &adviser_pool, POOL_COUNT_MIN, POOL_COUNT_MAX, POOL_COUNT_GROW, sizeof(advisor_t),
             nullptr, nullptr, nullptr) != 0) {
         return KY_STATUS_NO_MEMORY;
     }
-    for (cl_qmap_t& map : adviser_event_map) {
-        cl_qmap_init(&map);
+    for (uint32_t event = EVENT_MIN; event <= ADVISER_EVENT_MAX; event++) {
+        if (event != FAIL_EVENT) {
+            cl_qmap_init(&adviser_event_map[event]);
+        }
     }
     KY_LOG_NOTICE("adviser Init Success.\n");
     adviser_initialized = 1;
@@ -355,12 +313,10 @@ ky_status_t adviser_deinit(void)
     KY_TRACE_FUNCTION();
 
     if (adviser_initialized == 0) {
-        return KY_FAIL(
-            KY_STATUS_DB_NOT_INITIALIZED, "Can't De-Init adviser (%s).\n",
-            ky_status_str(KY_STATUS_DB_NOT_INITIALIZED));
+        return FAIL_BY_NAME(KY_STATUS_DB_NOT_INITIALIZED, "Can't De-Init adviser (%s).\n");
     }
     for (uint32_t i = EVENT_MIN; i <= ADVISER_EVENT_MAX; i++) {
-        const adviser_event_t event = events[i].event;
+        const auto event = static_cast<adviser_event_t>(i);
         const ky_status_t status = __adviser_event_map_delete_all(event);
         if (status != KY_STATUS_SUCCESS) { // not reached: every one of these events has a map
             KY_LOG_ERROR(
@@ -399,17 +355,17 @@ ky_status_t adviser_process_event(adviser_event_t event, void* event_data)
         return status;
     }
     if (adviser_initialized == 0) {
-        return KY_FAIL(
-            KY_STATUS_DB_NOT_INITIALIZED, "Can't process event '%s' (%s).\n", event_name(event),
-            ky_status_str(KY_STATUS_DB_NOT_INITIALIZED));
+        return FAIL_BY_NAME(
+            KY_STATUS_DB_NOT_INITIALIZED, "Can't process event '%s' (%s).\n", event_name(event));
     }
 
     // An advisor is known by its callback: its record may be gone when the callback returns.
     adviser_cb_t called = nullptr;
+    const cl_map_item_t* const end = cl_qmap_end(map);
     {
         Walk walk(map);
-        while (status == KY_STATUS_SUCCESS && !walk.is_over()) {
-            called = walk.next()->callback;
+        while (status == KY_STATUS_SUCCESS && walk.next != end) {
+            called = walk.take();
             status = called(event, event_data);
         }
     }
@@ -426,8 +382,8 @@ ky_status_t adviser_process_event(adviser_event_t event, void* event_data)
         return KY_FAIL(status, "SDK Internal error: failed to get fail event of pre event.\n");
     }
     Walk rollback(map);
-    while (!rollback.is_over()) {
-        const adviser_cb_t callback = rollback.next()->callback;
+    while (rollback.next != end) {
+        const adviser_cb_t callback = rollback.take();
         if (callback == called) {
             break;
         }

@@ -21,12 +21,12 @@ struct ValueName {
 template <uint32_t Bound> class NameTable {
   public:
     /* The rows stand in ascending order; a value without a row gets the gap's text. */
-    consteval NameTable(std::initializer_list<ValueName> rows, const char* gap)
+    consteval NameTable(std::initializer_list<ValueName> rows, const char* gap = "")
     {
         for (const char*& text : texts_) {
             text = gap;
         }
-        const ValueName* previous = nullptr;
+        uint32_t next_allowed = 0;
         for (const ValueName& row : rows) {
             if (row.name == nullptr) {
                 name_is_null();
@@ -34,12 +34,18 @@ template <uint32_t Bound> class NameTable {
             if (row.value > Bound) {
                 value_is_above_the_bound();
             }
-            if (previous != nullptr && row.value <= previous->value) {
+            if (row.value < next_allowed) {
                 values_do_not_ascend();
             }
             texts_[row.value] = row.name;
-            previous = &row;
+            next_allowed = row.value + 1;
         }
+    }
+
+    /* A table most of whose values have no name: they are "Unknown", like those above the bound. */
+    static consteval NameTable sparse(std::initializer_list<ValueName> rows)
+    {
+        return {rows, "Unknown"};
     }
 
     constexpr const char* name_of(uint32_t value, const char* above_the_bound = "Unknown") const
@@ -50,18 +56,5 @@ template <uint32_t Bound> class NameTable {
   private:
     const char* texts_[Bound + 1] = {};
 };
-
-/* A table whose values without a name are the empty string. */
-template <uint32_t Bound> consteval NameTable<Bound> names(std::initializer_list<ValueName> rows)
-{
-    return {rows, ""};
-}
-
-/* A table most of whose values have no name: they are "Unknown", like those above the bound. */
-template <uint32_t Bound>
-consteval NameTable<Bound> sparse_names(std::initializer_list<ValueName> rows)
-{
-    return {rows, "Unknown"};
-}
 
 #endif

@@ -8,7 +8,7 @@
 
 const char* ky_status_str(ky_status_t value)
 {
-    static constexpr auto table = names<104>({
+    static constexpr NameTable<104> table({
         {KY_STATUS_SUCCESS, "Success"},
         {KY_STATUS_ERROR, "Internal Error"},
         {KY_STATUS_SDK_NOT_INITIALIZED, "Korlan SDK wasn't Initialized"},
@@ -58,7 +58,7 @@ const char* ky_status_str(ky_status_t value)
 
 const char* ky_access_cmd_str(ky_access_cmd_t value)
 {
-    static constexpr auto table = names<37>({
+    static constexpr NameTable<37> table({
         {KY_ACCESS_CMD_NONE, "NONE"},
         {KY_ACCESS_CMD_ADD, "ADD"},
         {KY_ACCESS_CMD_EDIT, "EDIT"},
@@ -103,7 +103,7 @@ const char* ky_access_cmd_str(ky_access_cmd_t value)
 
 const char* ky_chip_type_str(ky_chip_type_t value)
 {
-    static constexpr auto table = names<13>({
+    static constexpr NameTable<13> table({
         {0, "CHIP_TYPE_UNKNOWN"},
         {1, "CHIP_TYPE_KORLAN_A2"},
         {2, "Unknown chip type"},
@@ -122,7 +122,7 @@ const char* ky_chip_type_str(ky_chip_type_t value)
 
 const char* ky_chip_rev_str(ky_chip_rev_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "Unknown"},
         {1, "CHIP_REV_KY_A0"},
         {2, "CHIP_REV_KY_A1"},
@@ -133,7 +133,7 @@ const char* ky_chip_rev_str(ky_chip_rev_t value)
 
 const char* ky_dev_node_type_str(ky_dev_node_type_t value)
 {
-    static constexpr auto table = names<7>({
+    static constexpr NameTable<7> table({
         {0, "ALL"},
         {1, "LEAF_LOCAL"},
         {2, "SPINE_LOCAL"},
@@ -146,7 +146,7 @@ const char* ky_dev_node_type_str(ky_dev_node_type_t value)
 
 const char* ky_swid_info_field_bit_str(ky_swid_info_field_bit_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "None"},
         {1, "ID"},
         {2, "Learning"},
@@ -160,7 +160,7 @@ const char* ky_swid_info_field_bit_str(ky_swid_info_field_bit_t value)
 
 const char* ky_boot_mode_str(ky_boot_mode_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "Disabled"},
         {1, "Normal"},
         {2, "Fast"},
@@ -173,7 +173,7 @@ const char* ky_boot_mode_str(ky_boot_mode_t value)
 
 const char* ky_health_cause_str(ky_health_cause_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "none"},
         {1, "FW health issue"},
         {2, "go bit not cleared"},
@@ -185,7 +185,7 @@ const char* ky_health_cause_str(ky_health_cause_t value)
 
 const char* ky_health_severity_str(ky_health_severity_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "critical"},
         {1, "error"},
         {2, "warning"},
@@ -196,7 +196,7 @@ const char* ky_health_severity_str(ky_health_severity_t value)
 
 const char* ky_event_generate_mode_str(ky_event_generate_mode_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "Don't Generate"},
         {1, "Generate"},
         {2, "Generate Single Event"},
@@ -206,7 +206,7 @@ const char* ky_event_generate_mode_str(ky_event_generate_mode_t value)
 
 const char* ky_lib_adviser_event_type_str(ky_lib_adviser_event_type_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "N/A"},
         {1, "Port Added"},
         {2, "Port Deleted"},
@@ -220,7 +220,7 @@ const char* ky_lib_adviser_event_type_str(ky_lib_adviser_event_type_t value)
 
 const char* ky_api_arb_policy_str(ky_api_arb_policy_t value)
 {
-    static constexpr auto table = names<2>({
+    static constexpr NameTable<2> table({
         {0, "KY_API_ARB_POLICY_PROTOCOL"},
         {1, "KY_API_ARB_POLICY_CLIENT"},
         {2, "KY_API_ARB_POLICY_CMD_PRIORITY"},
@@ -230,7 +230,7 @@ const char* ky_api_arb_policy_str(ky_api_arb_policy_t value)
 
 const char* ky_acl_search_type_str(ky_acl_search_type_t value)
 {
-    static constexpr auto table = names<2>({
+    static constexpr NameTable<2> table({
         {0, "KY_API_ACL_SEARCH_TYPE_SERIAL"},
         {1, "KY_API_ACL_SEARCH_TYPE_PARALLEL"},
         {2, "KY_API_ACL_SEARCH_TYPE_LAST"},
@@ -240,7 +240,7 @@ const char* ky_acl_search_type_str(ky_acl_search_type_t value)
 
 const char* ky_tcam_opt_mode_str(ky_tcam_opt_mode_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "Dynamic"},
         {1, "Static"},
         {2, "Disabled"},
@@ -250,7 +250,7 @@ const char* ky_tcam_opt_mode_str(ky_tcam_opt_mode_t value)
 
 const char* ky_tcam_opt_mode_param_str(ky_tcam_opt_mode_param_t value)
 {
-    static constexpr auto table = names<7>({
+    static constexpr NameTable<7> table({
         {0, "None"},
         {1, "FWS_64B"},
         {2, "FWS_128B"},
@@ -263,7 +263,7 @@ const char* ky_tcam_opt_mode_param_str(ky_tcam_opt_mode_param_t value)
 
 const char* ky_extraction_point_type_str(ky_extraction_point_type_t value)
 {
-    static constexpr auto table = names<19>({
+    static constexpr NameTable<19> table({
         {0, "None"},
         {1, "L2 start of header"},
         {2, "L2 ether type"},
@@ -292,7 +292,7 @@ const char* ky_extraction_point_type_str(ky_extraction_point_type_t value)
 
 const char* ky_port_type_str(ky_port_type_t value)
 {
-    static constexpr auto table = names<10>({
+    static constexpr NameTable<10> table({
         {0, "Network"},
         {1, "LAG"},
         {2, "Vport"},
@@ -308,7 +308,7 @@ const char* ky_port_type_str(ky_port_type_t value)
 
 const char* ky_port_mode_str(ky_port_mode_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "External"},
         {1, "Stacking"},
         {2, "TCA Connector"},
@@ -320,7 +320,7 @@ const char* ky_port_mode_str(ky_port_mode_t value)
 
 const char* ky_port_module_state_str(ky_port_module_state_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "Initializing"},
         {1, "Plugged"},
         {2, "Unplugged"},
@@ -332,7 +332,7 @@ const char* ky_port_module_state_str(ky_port_module_state_t value)
 
 const char* ky_port_admin_state_str(ky_port_admin_state_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "N/A"},
         {1, "Up"},
         {2, "Down"},
@@ -343,7 +343,7 @@ const char* ky_port_admin_state_str(ky_port_admin_state_t value)
 
 const char* ky_port_oper_state_str(ky_port_oper_state_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "N/A"},
         {1, "Up"},
         {2, "Down"},
@@ -355,7 +355,7 @@ const char* ky_port_oper_state_str(ky_port_oper_state_t value)
 
 const char* ky_port_oper_speed_str(ky_port_oper_speed_t value)
 {
-    static constexpr auto table = names<26>({
+    static constexpr NameTable<26> table({
         {0, "N/A"},        {1, "1GB_CX_SGMII"}, {2, "1GB_KX"},         {3, "10GB_CX4_XAUI"},
         {4, "10GB_KX4"},   {5, "10GB_KR"},      {6, "20GB_KR2"},       {7, "40GB_CR4"},
         {8, "40GB_KR4"},   {9, "56GB_KR4"},     {10, "56GB_KX4"},      {11, "10GB_CR"},
@@ -369,7 +369,7 @@ const char* ky_port_oper_speed_str(ky_port_oper_speed_t value)
 
 const char* ky_port_phy_speed_str(ky_port_phy_speed_t value)
 {
-    static constexpr auto table = names<12>({
+    static constexpr NameTable<12> table({
         {0, "10Gb"},
         {1, "40Gb"},
         {2, "25Gb"},
@@ -387,7 +387,7 @@ const char* ky_port_phy_speed_str(ky_port_phy_speed_t value)
 
 const char* ky_port_rate_str(ky_port_rate_t value)
 {
-    static constexpr auto table = names<11>({
+    static constexpr NameTable<11> table({
         {0, "Not connected"},
         {1, "100M"},
         {2, "1G"},
@@ -406,7 +406,7 @@ const char* ky_port_rate_str(ky_port_rate_t value)
 
 const char* ky_port_mapping_mode_str(ky_port_mapping_mode_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "Disable"},
         {1, "Enable"},
     });
@@ -417,7 +417,7 @@ const char* ky_port_mapping_mode_str(ky_port_mapping_mode_t value)
 
 const char* ky_port_phys_loopback_str(ky_port_phys_loopback_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "LOOPBACK_DISABLED"},
         {1, "EXTERNAL_LOOPBACK_ENABLED"},
         {2, "INTERNAL_LOOPBACK_ENABLED"},
@@ -429,7 +429,7 @@ const char* ky_port_phys_loopback_str(ky_port_phys_loopback_t value)
 
 const char* ky_port_phys_link_side_str(ky_port_phys_link_side_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "EXTERNAL_LINK_SIDE"},
         {1, "INTERNAL_NEAR_LINK_SIDE"},
         {2, "INTERNAL_FAR_LINK_SIDE"},
@@ -439,7 +439,7 @@ const char* ky_port_phys_link_side_str(ky_port_phys_link_side_t value)
 
 const char* ky_port_pause_policy_rx_str(ky_port_pause_policy_rx_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "DISABLE"},
         {1, "ENABLE"},
     });
@@ -448,7 +448,7 @@ const char* ky_port_pause_policy_rx_str(ky_port_pause_policy_rx_t value)
 
 const char* ky_port_pause_policy_tx_str(ky_port_pause_policy_tx_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "DISABLE"},
         {1, "ENABLE"},
     });
@@ -457,7 +457,7 @@ const char* ky_port_pause_policy_tx_str(ky_port_pause_policy_tx_t value)
 
 const char* ky_port_flow_ctrl_mode_str(ky_port_flow_ctrl_mode_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "TX_DIS_RX_DIS"},
         {1, "TX_EN_RX_DIS"},
         {2, "TX_DIS_RX_EN"},
@@ -468,7 +468,7 @@ const char* ky_port_flow_ctrl_mode_str(ky_port_flow_ctrl_mode_t value)
 
 const char* ky_port_flow_ctrl_prio_str(ky_port_flow_ctrl_prio_t value)
 {
-    static constexpr auto table = names<9>({
+    static constexpr NameTable<9> table({
         {0, "PRIO_0"},
         {1, "PRIO_1"},
         {2, "PRIO_2"},
@@ -483,7 +483,7 @@ const char* ky_port_flow_ctrl_prio_str(ky_port_flow_ctrl_prio_t value)
 
 const char* ky_port_cntr_prio_tc_str(ky_port_cntr_prio_tc_t value)
 {
-    static constexpr auto table = names<18>({
+    static constexpr NameTable<18> table({
         {0, "PRIORITY 0"},
         {1, "PRIORITY 1"},
         {2, "PRIORITY 2"},
@@ -507,7 +507,7 @@ const char* ky_port_cntr_prio_tc_str(ky_port_cntr_prio_tc_t value)
 
 const char* ky_port_ber_fec_profile_str(ky_port_ber_fec_profile_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "Pre RS-FEC"},
         {1, "Pre FC-FEC"},
         {2, "No FEC/Post FEC"},
@@ -517,7 +517,7 @@ const char* ky_port_ber_fec_profile_str(ky_port_ber_fec_profile_t value)
 
 const char* ky_port_ber_alarm_state_str(ky_port_ber_alarm_state_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "Not Armed"},
         {1, "Normal"},
         {2, "Warning"},
@@ -529,7 +529,7 @@ const char* ky_port_ber_alarm_state_str(ky_port_ber_alarm_state_t value)
 
 const char* ky_mgmt_phy_mod_pwr_attr_type_str(ky_mgmt_phy_mod_pwr_attr_type_t value)
 {
-    static constexpr auto table = names<2>({
+    static constexpr NameTable<2> table({
         {0, "PWR_ATTR_PWR_MODE"},
         {1, "PWR_ATTR_MIN"},
         {2, "PWR_ATTR_MAX"},
@@ -539,7 +539,7 @@ const char* ky_mgmt_phy_mod_pwr_attr_type_str(ky_mgmt_phy_mod_pwr_attr_type_t va
 
 const char* ky_mgmt_phy_mod_pwr_mode_str(ky_mgmt_phy_mod_pwr_mode_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "PWR_MODE_INVALID"},
         {1, "PWR_MODE_LOW"},
         {2, "PWR_MODE_HIGH"},
@@ -554,7 +554,7 @@ const char* ky_mgmt_phy_mod_pwr_mode_str(ky_mgmt_phy_mod_pwr_mode_t value)
 
 const char* ky_cos_buffer_max_mode_str(ky_cos_buffer_max_mode_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "Static"},
         {1, "Dynamic"},
         {2, "Buffer Units"},
@@ -564,7 +564,7 @@ const char* ky_cos_buffer_max_mode_str(ky_cos_buffer_max_mode_t value)
 
 const char* ky_cos_port_buff_pool_direction_str(ky_cos_port_buff_pool_direction_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "Ingress"},
         {1, "Egress"},
     });
@@ -573,7 +573,7 @@ const char* ky_cos_port_buff_pool_direction_str(ky_cos_port_buff_pool_direction_
 
 const char* ky_policer_ir_units_str(ky_policer_ir_units_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "10^6"},
         {1, "10^3"},
     });
@@ -582,7 +582,7 @@ const char* ky_policer_ir_units_str(ky_policer_ir_units_t value)
 
 const char* ky_policer_rate_type_str(ky_policer_rate_type_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "KY"},
         {1, "Single"},
         {2, "Dual"},
@@ -592,7 +592,7 @@ const char* ky_policer_rate_type_str(ky_policer_rate_type_t value)
 
 const char* ky_policer_meter_type_str(ky_policer_meter_type_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "Packets"},
         {1, "Traffic"},
     });
@@ -602,7 +602,7 @@ const char* ky_policer_meter_type_str(ky_policer_meter_type_t value)
 // Two values share a name.
 const char* ky_policer_action_str(ky_policer_action_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "Forward"},
         {1, "Discard"},
         {2, "Set Color"},
@@ -615,7 +615,7 @@ const char* ky_policer_action_str(ky_policer_action_t value)
 
 const char* ky_ip_version_str(ky_ip_version_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "None"},
         {1, "IPv4"},
         {2, "IPv6"},
@@ -627,7 +627,7 @@ const char* ky_ip_version_str(ky_ip_version_t value)
 
 const char* ky_router_action_str(ky_router_action_t value)
 {
-    static constexpr auto table = names<7>({
+    static constexpr NameTable<7> table({
         {0, "Drop"},
         {1, "Trap"},
         {2, "Forward"},
@@ -639,7 +639,7 @@ const char* ky_router_action_str(ky_router_action_t value)
 
 const char* ky_router_interface_type_str(ky_router_interface_type_t value)
 {
-    static constexpr auto table = names<9>({
+    static constexpr NameTable<9> table({
         {0, "VLAN"},
         {1, "Port Vlan"},
         {2, "VPort"},
@@ -653,7 +653,7 @@ const char* ky_router_interface_type_str(ky_router_interface_type_t value)
 
 const char* ky_router_vinterface_type_str(ky_router_vinterface_type_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "RIF"},
         {1, "IP in IP"},
         {2, "MPLS"},
@@ -665,7 +665,7 @@ const char* ky_router_vinterface_type_str(ky_router_vinterface_type_t value)
 
 const char* ky_router_qos_mode_str(ky_router_qos_mode_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "NOP"},
         {1, "Prio from DSCP"},
         {2, "Reserve Prio"},
@@ -675,7 +675,7 @@ const char* ky_router_qos_mode_str(ky_router_qos_mode_t value)
 
 const char* ky_router_enable_state_str(ky_router_enable_state_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "DISABLE"},
         {1, "ENABLE"},
         {2, "No FWD"},
@@ -685,7 +685,7 @@ const char* ky_router_enable_state_str(ky_router_enable_state_t value)
 
 const char* ky_router_rpf_action_str(ky_router_rpf_action_t value)
 {
-    static constexpr auto table = names<7>({
+    static constexpr NameTable<7> table({
         {0, "Disabled"},
         {1, "Drop"},
         {2, "Trap"},
@@ -698,7 +698,7 @@ const char* ky_router_rpf_action_str(ky_router_rpf_action_t value)
 
 const char* ky_router_prio_type_str(ky_router_prio_type_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "N/A"},
         {1, "MANUAL"},
         {2, "LPM"},
@@ -708,7 +708,7 @@ const char* ky_router_prio_type_str(ky_router_prio_type_t value)
 
 const char* ky_router_ecmp_hash_type_str(ky_router_ecmp_hash_type_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "CRC"},
         {1, "Xor"},
         {2, "Random"},
@@ -718,7 +718,7 @@ const char* ky_router_ecmp_hash_type_str(ky_router_ecmp_hash_type_t value)
 
 const char* ky_ecmp_type_str(ky_ecmp_type_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "Static"},
         {1, "Resilient"},
         {2, "Consistent"},
@@ -729,7 +729,7 @@ const char* ky_ecmp_type_str(ky_ecmp_type_t value)
 
 const char* ky_ecmp_container_type_str(ky_ecmp_container_type_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "IP"},
         {1, "MPLS"},
         {2, "NVE Flood"},
@@ -740,7 +740,7 @@ const char* ky_ecmp_container_type_str(ky_ecmp_container_type_t value)
 
 const char* ky_next_hop_type_str(ky_next_hop_type_t value)
 {
-    static constexpr auto table = names<7>({
+    static constexpr NameTable<7> table({
         {0, "N/A"},
         {1, "IP"},
         {2, "Tunnel Encapsulation"},
@@ -753,7 +753,7 @@ const char* ky_next_hop_type_str(ky_next_hop_type_t value)
 
 const char* ky_object_type_str(ky_object_type_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "VRID"},
         {1, "RIF"},
         {2, "ECMP"},
@@ -767,7 +767,7 @@ const char* ky_object_type_str(ky_object_type_t value)
 
 const char* ky_mc_router_ttl_cmd_str(ky_mc_router_ttl_cmd_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "N/A"},
         {1, "Dec"},
         {2, "Set"},
@@ -777,7 +777,7 @@ const char* ky_mc_router_ttl_cmd_str(ky_mc_router_ttl_cmd_t value)
 
 const char* ky_mc_next_hop_type_str(ky_mc_next_hop_type_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "N/A"},
         {1, "VIF"},
         {2, "Logical Port"},
@@ -789,7 +789,7 @@ const char* ky_mc_next_hop_type_str(ky_mc_next_hop_type_t value)
 
 const char* ky_mc_container_type_str(ky_mc_container_type_t value)
 {
-    static constexpr auto table = names<7>({
+    static constexpr NameTable<7> table({
         {0, "N/A"},
         {1, "ERIF"},
         {2, "NVE Flood"},
@@ -804,7 +804,7 @@ const char* ky_mc_container_type_str(ky_mc_container_type_t value)
 
 const char* ky_tunnel_type_str(ky_tunnel_type_t value)
 {
-    static constexpr auto table = names<19>({
+    static constexpr NameTable<19> table({
         {0, "IPinIP P2P IPv4 in IPv4"},
         {1, "IPinIP P2P IPv4 in GRE"},
         {2, "IPinIP P2P IPv6 in IPv4"},
@@ -825,7 +825,7 @@ const char* ky_tunnel_type_str(ky_tunnel_type_t value)
 
 const char* ky_tunnel_direction_str(ky_tunnel_direction_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "None"},
         {1, "Encap"},
         {2, "Decap"},
@@ -836,7 +836,7 @@ const char* ky_tunnel_direction_str(ky_tunnel_direction_t value)
 
 const char* ky_tunnel_underlay_domain_type_str(ky_tunnel_underlay_domain_type_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "VRID"},
         {1, "RIF"},
     });
@@ -846,7 +846,7 @@ const char* ky_tunnel_underlay_domain_type_str(ky_tunnel_underlay_domain_type_t 
 // The whole table is looked up, not its first two values alone.
 const char* ky_tunnel_ipinip_gre_mode_str(ky_tunnel_ipinip_gre_mode_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "Enabled"},
         {1, "Enabled with Key"},
         {2, "Enabled with Key Hash"},
@@ -856,7 +856,7 @@ const char* ky_tunnel_ipinip_gre_mode_str(ky_tunnel_ipinip_gre_mode_t value)
 
 const char* ky_tunnel_decap_key_fields_type_str(ky_tunnel_decap_key_fields_type_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "DIP"},
         {1, "DIP SIP"},
     });
@@ -867,7 +867,7 @@ const char* ky_tunnel_decap_key_fields_type_str(ky_tunnel_decap_key_fields_type_
 
 const char* ky_span_type_str(ky_span_type_t value)
 {
-    static constexpr auto table = names<8>({
+    static constexpr NameTable<8> table({
         {0, "N/A"},
         {1, "KY_SPAN_TYPE_LOCAL_IB"},
         {2, "KY_SPAN_TYPE_REMOTE_IB"},
@@ -883,7 +883,7 @@ const char* ky_span_type_str(ky_span_type_t value)
 
 const char* ky_span_drop_reason_str(ky_span_drop_reason_t value)
 {
-    static constexpr auto table = names<19>({
+    static constexpr NameTable<19> table({
         {0, "All Router Drops"},
         {1, "Ingress Packet"},
         {2, "Ingress Switch"},
@@ -910,7 +910,7 @@ const char* ky_span_drop_reason_str(ky_span_drop_reason_t value)
 
 const char* ky_tele_histogram_type_str(ky_tele_histogram_type_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "N/A"},
         {1, "Port Queue Depth"},
         {2, "Port TC Queue Depth"},
@@ -922,7 +922,7 @@ const char* ky_tele_histogram_type_str(ky_tele_histogram_type_t value)
 
 const char* ky_tele_histogram_mode_str(ky_tele_histogram_mode_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "Linear"},
         {1, "Exponential"},
     });
@@ -931,7 +931,7 @@ const char* ky_tele_histogram_mode_str(ky_tele_histogram_mode_t value)
 
 const char* ky_tele_threshold_type_str(ky_tele_threshold_type_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "N/A"},
         {1, "Port TC"},
         {2, "Port PG"},
@@ -947,7 +947,7 @@ const char* ky_tele_threshold_type_str(ky_tele_threshold_type_t value)
 // NOLINTNEXTLINE(readability-function-size)
 const char* ky_host_ifc_trap_id_str(ky_host_ifc_trap_id_t value)
 {
-    static constexpr auto table = sparse_names<627>({
+    static constexpr auto table = NameTable<627>::sparse({
         {1, "KY_GENERAL_FDB"},
         {2, "KY_GENERAL_DR_IPC"},
         {4, "KY_GENERAL_DR_RES"},
@@ -1213,7 +1213,7 @@ const char* ky_host_ifc_trap_id_str(ky_host_ifc_trap_id_t value)
 
 const char* ky_receive_dest_port_str(ky_receive_dest_port_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "Invalid"},
         {1, "Multi Port"},
         {2, "Network Port"},
@@ -1226,13 +1226,13 @@ const char* ky_receive_dest_port_str(ky_receive_dest_port_t value)
 
 const char* ky_bridge_mode_str(ky_bridge_mode_t value)
 {
-    static constexpr auto table = names<3>({});
+    static constexpr NameTable<3> table({});
     return table.name_of(value);
 }
 
 const char* ky_bridge_multiple_vlan_mode_str(ky_bridge_multiple_vlan_mode_t value)
 {
-    static constexpr auto table = names<2>({
+    static constexpr NameTable<2> table({
         {0, "HOMOGENEOUS MODE"},
         {1, "NON HOMOGENEOUS MODE"},
     });
@@ -1241,7 +1241,7 @@ const char* ky_bridge_multiple_vlan_mode_str(ky_bridge_multiple_vlan_mode_t valu
 
 const char* ky_bridge_tunnel_counter_type_str(ky_bridge_tunnel_counter_type_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "KY_BRIDGE_COUNTER_TUNNEL_DECAP_E"},
         {1, "KY_BRIDGE_COUNTER_TUNNEL_ENCAP_UC_E"},
         {2, "KY_BRIDGE_COUNTER_TUNNEL_ENCAP_MC_E"},
@@ -1251,7 +1251,7 @@ const char* ky_bridge_tunnel_counter_type_str(ky_bridge_tunnel_counter_type_t va
 
 const char* ky_fm_fid_type_str(ky_fm_fid_type_t value)
 {
-    static constexpr auto table = names<6>({
+    static constexpr NameTable<6> table({
         {0, "INVALID FID"},
         {1, "VLAN non-rewritable"},
         {2, "VLAN rewritable"},
@@ -1265,7 +1265,7 @@ const char* ky_fm_fid_type_str(ky_fm_fid_type_t value)
 
 const char* ky_fdb_learn_mode_str(ky_fdb_learn_mode_t value)
 {
-    static constexpr auto table = names<4>({
+    static constexpr NameTable<4> table({
         {0, "DONT LEARN"},
         {1, "AUTO LEARN"},
         {2, "CONTROL LEARN"},
@@ -1275,7 +1275,7 @@ const char* ky_fdb_learn_mode_str(ky_fdb_learn_mode_t value)
 
 const char* ky_fdb_notify_type_str(ky_fdb_notify_type_t value)
 {
-    static constexpr auto table = names<17>({
+    static constexpr NameTable<17> table({
         {0, "N/A"},
         {1, "New MAC LAG"},
         {2, "New MAC Port"},
@@ -1300,7 +1300,7 @@ const char* ky_fdb_notify_type_str(ky_fdb_notify_type_t value)
 
 const char* ky_mstp_mode_str(ky_mstp_mode_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "None"},
         {1, "MSTP"},
         {2, "RSTP"},
@@ -1311,7 +1311,7 @@ const char* ky_mstp_mode_str(ky_mstp_mode_t value)
 
 const char* ky_mstp_inst_port_state_str(ky_mstp_inst_port_state_t value)
 {
-    static constexpr auto table = names<5>({
+    static constexpr NameTable<5> table({
         {0, "N/A"},
         {1, "Discarding"},
         {2, "Learning"},
@@ -1322,7 +1322,7 @@ const char* ky_mstp_inst_port_state_str(ky_mstp_inst_port_state_t value)
 
 const char* ky_mstp_exclude_port_state_str(ky_mstp_exclude_port_state_t value)
 {
-    static constexpr auto table = names<1>({
+    static constexpr NameTable<1> table({
         {0, "Normal"},
         {1, "Forwarding"},
     });
@@ -1333,7 +1333,7 @@ const char* ky_mstp_exclude_port_state_str(ky_mstp_exclude_port_state_t value)
 
 const char* ky_vlan_qinq_prio_tag_mode_str(ky_vlan_qinq_prio_tag_mode_t value)
 {
-    static constexpr auto table = names<3>({
+    static constexpr NameTable<3> table({
         {0, "Push"},
         {1, "Overwrite"},
     });
@@ -1342,7 +1342,7 @@ const char* ky_vlan_qinq_prio_tag_mode_str(ky_vlan_qinq_prio_tag_mode_t value)
 
 const char* ky_lag_hash_bit_number_str(ky_lag_hash_bit_number_t value)
 {
-    static constexpr auto table = names<18>({
+    static constexpr NameTable<18> table({
         {0, "INGRESS_PORT"},  {1, "SMAC_IP"},          {2, "SMAC_NON_IP"},      {3, "DMAC_IP"},
         {4, "DMAC_NON_IP"},   {5, "ETHER_IP"},         {6, "ETHER_NON_IP"},     {7, "VID_IP"},
         {8, "VID_NON_IP"},    {9, "SRC_IP"},           {10, "DST_IP"},          {11, "L4_SRC_PORT"},
