@@ -17,23 +17,6 @@ constinit uint32_t utils_use_xm = 0;
 constinit uint32_t utils_boot_mode = 0;
 
 constexpr uint32_t BOOT_MODE_MAX = 5;
-
-constexpr uint32_t MC_ID_MIN = 1;
-constexpr uint32_t MC_ID_MAX = 65535;
-constexpr uint32_t MSTP_INST_ID_MIN = 0;
-constexpr uint32_t MSTP_INST_ID_MAX = 1024;
-constexpr uint32_t MSTP_INST_PORT_STATE_MIN = 1;
-constexpr uint32_t MSTP_INST_PORT_STATE_MAX = 3;
-constexpr uint32_t SWID_MIN = 0;
-constexpr uint32_t SWID_MAX = 7;
-constexpr uint32_t SWID_ALSO_ACCEPTED = 254;
-constexpr int32_t PORT_ADMIN_STATE_MIN = 1;
-constexpr int32_t PORT_ADMIN_STATE_MAX = 2;
-constexpr uint32_t DEVICE_ID_MIN = 1;
-constexpr uint32_t DEVICE_ID_MAX = 253;
-constexpr int32_t DEVICE_NODE_TYPE_MIN = 0;
-constexpr int32_t DEVICE_NODE_TYPE_MAX = 5;
-
 constexpr uint32_t MEM_TYPE_MIN = 1;
 constexpr uint32_t MEM_TYPE_MAX = 17;
 constexpr uint32_t MEM_TYPE_ALL = 0;
@@ -49,23 +32,33 @@ static_assert(std::size(utils_mem_type_name) == MEM_TYPE_MAX + 1);
 /* Bytes that callers asked for, by type; the first count is that of all types. */
 constinit uint64_t utils_mem_type_count[MEM_TYPE_MAX + 1] = {};
 
-/* An argument of 8 or 16 bits, cut to its width. Callers need not clear the rest of the register
- * that carries it, yet clang trusts them to: only a value that it can't trace back is cut. */
-template <typename Narrow> uint32_t cut(Narrow value)
+/* An argument of 8 or 16 bits. Callers need not clear the rest of the register that carries it, yet
+ * clang trusts them to: it extends only a value that it can't trace back. */
+template <typename Narrow> uint32_t zero_extended(Narrow value)
 {
     asm("" : "+r"(value));
     return value;
 }
 
-// NOLINTNEXTLINE(readability-non-const-parameter): the store is not seen as one
-ky_status_t set_word(uint32_t* word, uint32_t value)
+bool is_within(int64_t value, uint32_t min, uint32_t max)
 {
-    KY_STORE(*word, value);
-    return KY_STATUS_SUCCESS;
+    return __builtin_expect(value >= min && value <= max, 1);
 }
 
 /* A failure that is logged and then leaves through the exported exit trace. */
 #define UTILS_FAIL(status, ...) utils_ky_log_exit(KY_FAIL(status, __VA_ARGS__), __func__)
+
+/* A value that must be within a range; the message prints all three. */
+#define CHECK_RANGE(value, min, max, message) \
+    (is_within(value, min, max)               \
+         ? KY_STATUS_SUCCESS                  \
+         : UTILS_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, message, value, min, max))
+
+#define CHECK_NOT_ZERO(value, message, description)                                  \
+    ((value) != 0 ? KY_STATUS_SUCCESS                                                \
+     : (description) != nullptr                                                      \
+         ? UTILS_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, message " (%s)\n", description) \
+         : UTILS_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, message "\n"))
 
 bool is_mem_type(uint32_t mem_type)
 {
@@ -108,6 +101,36 @@ bool unaccount(uint32_t mem_type, uint32_t size)
     return holds_as_much;
 }
 
+/* Makes a pool, and a map if there is one to make; the records name the exported function. */
+ky_status_t init_db(
+    const char* function, cl_qpool_t* pool_p, cl_qmap_t* map_p, uint32_t min_count,
+    uint32_t max_count, uint32_t grow_count, uint32_t object_size, const char* db_name)
+{
+    if (cl_qpool_init(
+            pool_p, min_count, max_count, grow_count, object_size, nullptr, nullptr, nullptr) !=
+        0) {
+        KY_LOG_IN(function, KY_LOG_MASK_ERROR, "Init failure of %s DB\n", db_name);
+        return utils_ky_log_exit(KY_STATUS_NO_MEMORY, function);
+    }
+    if (map_p != nullptr) {
+        cl_qmap_init(map_p);
+    }
+    KY_LOG_IN(
+        function, KY_LOG_MASK_NOTICE, "Init %s DB (Min: %u, Max: %u, Grow: %u)\n", db_name,
+        min_count, max_count, grow_count);
+    return KY_STATUS_SUCCESS;
+}
+
+/* Looks a key up, and hands out its item, or the end item, to whoever wants it. */
+bool find(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp)
+{
+    cl_map_item_t* item = cl_qmap_get(map_p, key);
+    if (item_pp != nullptr) {
+        *item_pp = item;
+    }
+    return item != cl_qmap_end(map_p);
+}
+
 } // namespace
 
 static_assert(offsetof(cl_spinlock_t, state) == sizeof(pthread_mutex_t));
@@ -131,7 +154,9 @@ ky_status_t utils_ky_log_exit(ky_status_t status, const char* function_name)
 
 ky_status_t utils_log_verbosity_level_set(uint32_t level)
 {
-    return KY_TRACED(set_word, &utils_verbosity_level, level);
+    KY_TRACE_FUNCTION();
+    KY_STORE(utils_verbosity_level, level);
+    return KY_STATUS_SUCCESS;
 }
 
 ky_status_t utils_check_pointer(const void* pointer, const char* description)
@@ -146,109 +171,62 @@ ky_status_t utils_check_pointer(const void* pointer, const char* description)
 
 ky_status_t utils_check_verbosity_level(uint32_t level)
 {
-    if (level > KY_LOG_LEVEL_MAX) {
-        return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE,
-            "Verbosity level (%" PRId64 ") is out of range : [%u .. %u]\n", int64_t{level},
-            KY_LOG_LEVEL_MIN, KY_LOG_LEVEL_MAX);
-    }
-    return KY_STATUS_SUCCESS;
+    return CHECK_RANGE(
+        int64_t{level}, KY_LOG_LEVEL_MIN, KY_LOG_LEVEL_MAX,
+        "Verbosity level (%" PRId64 ") is out of range : [%u .. %u]\n");
 }
 
 ky_status_t utils_check_array_length(uint32_t length, const char* description)
 {
-    if (length == 0) {
-        return description != nullptr
-                   ? UTILS_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "Zero length (%s)\n", description)
-                   : UTILS_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "Zero length\n");
-    }
-    return KY_STATUS_SUCCESS;
+    return CHECK_NOT_ZERO(length, "Zero length", description);
 }
 
 ky_status_t utils_check_array_size(uint32_t size, const char* description)
 {
-    if (size == 0) {
-        return description != nullptr
-                   ? UTILS_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "Zero size (%s)\n", description)
-                   : UTILS_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "Zero size\n");
-    }
-    return KY_STATUS_SUCCESS;
+    return CHECK_NOT_ZERO(size, "Zero size", description);
 }
 
 ky_status_t utils_check_mc_id(uint16_t mc_id)
 {
-    const uint32_t id = cut(mc_id);
-    if (id < MC_ID_MIN) {
-        return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, "Multicast ID (%u) exceeds range [%u..%u]\n", id,
-            MC_ID_MIN, MC_ID_MAX);
-    }
-    return KY_STATUS_SUCCESS;
+    const uint32_t id = zero_extended(mc_id);
+    return CHECK_RANGE(id, 1U, 65535U, "Multicast ID (%u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_mstp_inst_id(uint16_t mstp_inst_id)
 {
-    const uint32_t id = cut(mstp_inst_id);
-    if (id > MSTP_INST_ID_MAX) {
-        return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, "MSTP Instance ID (%u) exceeds range [%u..%u]\n", id,
-            MSTP_INST_ID_MIN, MSTP_INST_ID_MAX);
-    }
-    return KY_STATUS_SUCCESS;
+    const uint32_t id = zero_extended(mstp_inst_id);
+    return CHECK_RANGE(id, 0U, 1024U, "MSTP Instance ID (%u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_mstp_inst_port_state(uint32_t port_state)
 {
-    if (port_state < MSTP_INST_PORT_STATE_MIN || port_state > MSTP_INST_PORT_STATE_MAX) {
-        return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE,
-            "MSTP Instance Port-State (# %u) exceeds range [%u..%u]\n", port_state,
-            MSTP_INST_PORT_STATE_MIN, MSTP_INST_PORT_STATE_MAX);
-    }
-    return KY_STATUS_SUCCESS;
+    return CHECK_RANGE(
+        port_state, 1U, 3U, "MSTP Instance Port-State (# %u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_swid(uint8_t swid)
 {
-    const uint32_t id = cut(swid);
-    if (id > SWID_MAX && id != SWID_ALSO_ACCEPTED) {
-        return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, "Switch ID (%u) exceeds range [%u..%u]\n", id, SWID_MIN,
-            SWID_MAX);
-    }
-    return KY_STATUS_SUCCESS;
+    const uint32_t id = zero_extended(swid);
+    return id == 254 // beyond the range, and accepted
+               ? KY_STATUS_SUCCESS
+               : CHECK_RANGE(id, 0U, 7U, "Switch ID (%u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_port_admin_state(int32_t admin_state)
 {
-    if (admin_state < PORT_ADMIN_STATE_MIN || admin_state > PORT_ADMIN_STATE_MAX) {
-        return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE,
-            "Port Administrative State (# %u) exceeds range [%u..%u]\n", admin_state,
-            PORT_ADMIN_STATE_MIN, PORT_ADMIN_STATE_MAX);
-    }
-    return KY_STATUS_SUCCESS;
+    return CHECK_RANGE(
+        admin_state, 1U, 2U, "Port Administrative State (# %u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_device_id(uint8_t device_id)
 {
-    const uint32_t id = cut(device_id);
-    if (id < DEVICE_ID_MIN || id > DEVICE_ID_MAX) {
-        return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, "Device ID (%u) exceeds range [%u..%u]\n", id,
-            DEVICE_ID_MIN, DEVICE_ID_MAX);
-    }
-    return KY_STATUS_SUCCESS;
+    const uint32_t id = zero_extended(device_id);
+    return CHECK_RANGE(id, 1U, 253U, "Device ID (%u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_device_node_type(int32_t node_type)
 {
-    if (node_type < DEVICE_NODE_TYPE_MIN || node_type > DEVICE_NODE_TYPE_MAX) {
-        return UTILS_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, "Device Topology Type # (%u) exceeds range [%u..%u]\n",
-            node_type, DEVICE_NODE_TYPE_MIN, DEVICE_NODE_TYPE_MAX);
-    }
-    return KY_STATUS_SUCCESS;
+    return CHECK_RANGE(node_type, 0U, 5U, "Device Topology Type # (%u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit)
@@ -266,7 +244,9 @@ ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit)
 
 ky_status_t utils_use_xm_set(uint32_t use_xm)
 {
-    return KY_TRACED(set_word, &utils_use_xm, use_xm);
+    KY_TRACE_FUNCTION();
+    KY_STORE(utils_use_xm, use_xm);
+    return KY_STATUS_SUCCESS;
 }
 
 ky_status_t utils_use_xm_get(uint32_t* use_xm_p)
@@ -406,29 +386,15 @@ ky_status_t utils_qpool_init(
     cl_qpool_t* pool_p, uint32_t min_count, uint32_t max_count, uint32_t grow_count,
     uint32_t object_size, const char* db_name)
 {
-    if (cl_qpool_init(
-            pool_p, min_count, max_count, grow_count, object_size, nullptr, nullptr, nullptr) !=
-        0) {
-        return UTILS_FAIL(KY_STATUS_NO_MEMORY, "Init failure of %s DB\n", db_name);
-    }
-    KY_LOG_NOTICE(
-        "Init %s DB (Min: %u, Max: %u, Grow: %u)\n", db_name, min_count, max_count, grow_count);
-    return KY_STATUS_SUCCESS;
+    return init_db(
+        __func__, pool_p, nullptr, min_count, max_count, grow_count, object_size, db_name);
 }
 
 ky_status_t utils_qpool_qmap_init(
     cl_qpool_t* pool_p, cl_qmap_t* map_p, uint32_t min_count, uint32_t max_count,
     uint32_t grow_count, uint32_t object_size, const char* db_name)
 {
-    if (cl_qpool_init(
-            pool_p, min_count, max_count, grow_count, object_size, nullptr, nullptr, nullptr) !=
-        0) {
-        return UTILS_FAIL(KY_STATUS_NO_MEMORY, "Init failure of %s DB\n", db_name);
-    }
-    cl_qmap_init(map_p);
-    KY_LOG_NOTICE(
-        "Init %s DB (Min: %u, Max: %u, Grow: %u)\n", db_name, min_count, max_count, grow_count);
-    return KY_STATUS_SUCCESS;
+    return init_db(__func__, pool_p, map_p, min_count, max_count, grow_count, object_size, db_name);
 }
 
 ky_status_t utils_qpool_get(cl_pool_item_t** item_pp, cl_qpool_t* pool_p)
@@ -439,20 +405,12 @@ ky_status_t utils_qpool_get(cl_pool_item_t** item_pp, cl_qpool_t* pool_p)
 
 ky_status_t utils_qmap_key_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp)
 {
-    cl_map_item_t* item = cl_qmap_get(map_p, key);
-    if (item_pp != nullptr) {
-        *item_pp = item;
-    }
-    return item == cl_qmap_end(map_p) ? KY_STATUS_ENTRY_NOT_FOUND : KY_STATUS_SUCCESS;
+    return find(map_p, key, item_pp) ? KY_STATUS_SUCCESS : KY_STATUS_ENTRY_NOT_FOUND;
 }
 
 ky_status_t utils_qmap_key_not_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp)
 {
-    cl_map_item_t* item = cl_qmap_get(map_p, key);
-    if (item_pp != nullptr) {
-        *item_pp = item;
-    }
-    return item != cl_qmap_end(map_p) ? KY_STATUS_ENTRY_ALREADY_EXISTS : KY_STATUS_SUCCESS;
+    return find(map_p, key, item_pp) ? KY_STATUS_ENTRY_ALREADY_EXISTS : KY_STATUS_SUCCESS;
 }
 
 ky_status_t utils_qmap_is_empty(const cl_qmap_t* map_p)

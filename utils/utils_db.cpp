@@ -7,7 +7,6 @@ ky_status_t utils_db_qmap_item_get(
 {
     void* unwanted = nullptr;
     void** record = record_pp != nullptr ? record_pp : &unwanted;
-
     cl_map_item_t* item = cl_qmap_get(map_p, key);
     if (item == cl_qmap_end(map_p)) {
         return utils_ky_log_exit(KY_STATUS_ENTRY_NOT_FOUND, __func__);
@@ -34,7 +33,6 @@ ky_status_t utils_db_qmap_item_add(
 {
     void* unwanted = nullptr;
     void** record = record_pp != nullptr ? record_pp : &unwanted;
-
     cl_map_item_t* present = cl_qmap_get(map_p, key);
     if (present != cl_qmap_end(map_p)) {
         *record = record_of_item(present);
@@ -55,7 +53,6 @@ ky_status_t utils_db_qmap_item_del(
 {
     void* unwanted = nullptr;
     void** record = record_pp != nullptr ? record_pp : &unwanted;
-
     cl_map_item_t* item = cl_qmap_remove(map_p, key);
     if (item == cl_qmap_end(map_p)) {
         return utils_ky_log_exit(KY_STATUS_ENTRY_NOT_FOUND, __func__);
