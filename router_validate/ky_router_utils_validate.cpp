@@ -2,6 +2,7 @@
 #include "ky_router_utils_validate.h"
 
 #include <arpa/inet.h>
+#include <bit>
 #include <cstddef>
 #include <cstring>
 
@@ -15,19 +16,14 @@ constinit uint32_t ky_router_utils_verbosity_level = KY_LOG_LEVEL_DEFAULT;
 constexpr ky_ip_version_t IP_VERSION_IPV4 = 1;
 constexpr ky_ip_version_t IP_VERSION_IPV6 = 2;
 constexpr ky_ip_version_t IP_VERSION_MAX = 3;
-constexpr uint32_t IPV4_BROADCAST = 0xFFFFFFFF;
-constexpr uint32_t IPV4_MC_RANGE = 0xE0000000; // 224.0.0.0/4
-constexpr uint32_t IPV4_MC_RANGE_MASK = 0xF0000000;
-constexpr uint32_t IPV6_MC_RANGE = 0xFF000000; // ff00::/8, its first word
-constexpr uint32_t IPV6_MC_RANGE_MASK = 0xFF000000;
+constexpr uint32_t IPV4_MC_RANGE = 0xE;  // the first four bits of an address: 224.0.0.0/4
+constexpr uint32_t IPV6_MC_RANGE = 0xFF; // the first eight: ff00::/8
 
 constexpr ky_router_vinterface_type_t VIF_TYPE_MAX = 3; // NVE
 constexpr ky_router_rpf_action_t RPF_ACTION_DROP_LIST = 4;
-constexpr ky_router_rpf_action_t RPF_ACTION_TRAP_LIST = 5;
-constexpr ky_router_rpf_action_t RPF_ACTION_MAX = 5;
+constexpr ky_router_rpf_action_t RPF_ACTION_TRAP_LIST = 5; // the last one
 constexpr ky_router_prio_type_t PRIO_TYPE_MIN = 1;
-constexpr ky_router_prio_type_t PRIO_TYPE_LPM = 2;
-constexpr ky_router_prio_type_t PRIO_TYPE_MAX = 2;
+constexpr ky_router_prio_type_t PRIO_TYPE_LPM = 2; // the last one
 constexpr ky_mc_router_ttl_cmd_t TTL_CMD_MIN = 1;
 constexpr ky_mc_router_ttl_cmd_t TTL_CMD_MAX = 2;
 constexpr ky_router_action_t ROUTER_ACTION_MAX = 4;
@@ -38,35 +34,30 @@ constexpr ky_router_action_t ROUTER_ACTION_MAX = 4;
  * again. */
 #define ALWAYS_INLINE __attribute__((always_inline)) inline
 
-/* The four words of an IPv6 address or mask, as two: most of what is asked of them does not depend
- * on their order. */
-struct Halves {
-    uint64_t first;
-    uint64_t second;
-};
-
-ALWAYS_INLINE Halves halves_of(const uint32_t (&words)[4])
+/* The first or the second half of an IPv6 address or mask, its two words in the order of memory. */
+ALWAYS_INLINE uint64_t half(const uint32_t (&words)[4], size_t which)
 {
-    Halves halves;
-    static_assert(sizeof halves == sizeof words);
-    memcpy(&halves, words, sizeof halves);
-    return halves;
+    uint64_t two = 0;
+    memcpy(&two, &words[2 * which], sizeof two);
+    return two;
 }
 
 /* A mask is contiguous if its set bits are one run from the most significant bit on: one added to
  * the bits that are clear then carries through all of them. */
-ALWAYS_INLINE int __is_ipv4_mask_contiguous(uint32_t mask)
+ALWAYS_INLINE bool is_contiguous(uint32_t mask)
 {
-    const uint32_t rest = ~mask;
-    return ((rest + 1) & rest) == 0;
+    return ((~mask + 1) & ~mask) == 0;
 }
 
-ALWAYS_INLINE int __is_ipv6_mask_contiguous(const uint32_t (&mask)[4])
+ALWAYS_INLINE bool is_contiguous(const uint32_t (&mask)[4])
 {
-    const uint64_t high = ~(uint64_t{mask[0]} << 32 | mask[1]);
-    const uint64_t low = ~(uint64_t{mask[2]} << 32 | mask[3]);
-    const uint64_t carry = low + 1 == 0 ? 1 : 0;
-    return (((high + carry) & high) | ((low + 1) & low)) == 0;
+    // Of the two words in a half the first one is the lower one on a little-endian CPU.
+    constexpr int TO_NUMBER = std::endian::native == std::endian::little ? 32 : 0;
+    const uint64_t high = std::rotl(~half(mask, 0), TO_NUMBER);
+    const uint64_t low = std::rotl(~half(mask, 1), TO_NUMBER);
+    uint64_t low_sum = 0;
+    const uint64_t high_sum = high + (__builtin_add_overflow(low, 1, &low_sum) ? 1 : 0);
+    return ((high_sum & high) | (low_sum & low)) == 0;
 }
 
 /* Whether an address has no bits outside its mask. */
@@ -77,87 +68,67 @@ ALWAYS_INLINE bool is_covered(const ky_ipv4_prefix_t& ipv4)
 
 ALWAYS_INLINE bool is_covered(const ky_ipv6_prefix_t& ipv6)
 {
-    const Halves addr = halves_of(ipv6.addr);
-    const Halves mask = halves_of(ipv6.mask);
-    return ((addr.first & ~mask.first) | (addr.second & ~mask.second)) == 0;
+    const auto& [addr, mask] = ipv6;
+    return ((half(addr, 0) & ~half(mask, 0)) | (half(addr, 1) & ~half(mask, 1))) == 0;
 }
 
-/* Whether an address and its mask have no bits at all. */
-ALWAYS_INLINE bool is_zero(const ky_ipv4_prefix_t& ipv4)
+/* Whether a group stands for any: neither its address nor its mask has a bit. */
+ALWAYS_INLINE bool is_any(const ky_ipv4_prefix_t& ipv4)
 {
     return (ipv4.addr | ipv4.mask) == 0;
 }
 
-ALWAYS_INLINE bool is_zero(const ky_ipv6_prefix_t& ipv6)
+ALWAYS_INLINE bool is_any(const ky_ipv6_prefix_t& ipv6)
 {
-    const Halves addr = halves_of(ipv6.addr);
-    const Halves mask = halves_of(ipv6.mask);
-    return (addr.first | addr.second | mask.first | mask.second) == 0;
+    const auto& [addr, mask] = ipv6;
+    return (half(addr, 0) | half(addr, 1) | half(mask, 0) | half(mask, 1)) == 0;
 }
 
-/* Whether a prefix is one: its address lies within its mask, and the mask is contiguous. */
-ALWAYS_INLINE bool is_prefix(const ky_ip_prefix_t* prefix)
+/* Whether a group is in the multicast range, or is the broadcast address, which the rule of masks
+ * refuses. */
+ALWAYS_INLINE bool passes_range(const ky_ipv4_prefix_t& ipv4)
 {
-    const auto& [version, words] = *prefix;
-    return version == IP_VERSION_IPV4
-               ? is_covered(words.ipv4) && __is_ipv4_mask_contiguous(words.ipv4.mask)
-               : is_covered(words.ipv6) && __is_ipv6_mask_contiguous(words.ipv6.mask);
+    return ipv4.addr >> 28 == IPV4_MC_RANGE || ipv4.addr == 0xFFFFFFFF;
 }
 
-ALWAYS_INLINE bool is_in_mc_range(const ky_ip_prefix_t* group)
+ALWAYS_INLINE bool passes_range(const ky_ipv6_prefix_t& ipv6)
 {
-    const auto& [version, words] = *group;
-    return version == IP_VERSION_IPV4 ? (words.ipv4.addr & IPV4_MC_RANGE_MASK) == IPV4_MC_RANGE
-                                      : (words.ipv6.addr[0] & IPV6_MC_RANGE_MASK) == IPV6_MC_RANGE;
+    return ipv6.addr[0] >> 24 == IPV6_MC_RANGE;
 }
 
-ALWAYS_INLINE bool is_ipv4_broadcast(const ky_ip_prefix_t* group)
-{
-    return group->version == IP_VERSION_IPV4 && group->prefix.ipv4.addr == IPV4_BROADCAST;
-}
-
-/* An all-zero group stands for any. */
-ALWAYS_INLINE bool is_any_group(const ky_ip_prefix_t* group)
-{
-    const auto& [version, words] = *group;
-    return version == IP_VERSION_IPV4 ? is_zero(words.ipv4) : is_zero(words.ipv6);
-}
-
-/* The mask of a multicast prefix covers the multicast range; it need not be contiguous. */
+/* The mask of a multicast prefix covers the multicast range; it need not be contiguous. IPv6 addresses
+ * of that range have all its bits, and so has a mask that covers them. */
 ALWAYS_INLINE int __is_ipv4_mc_prefix_valid(const ky_ip_prefix_t* prefix)
 {
-    if (prefix == nullptr) {
-        return 0;
-    }
-    const ky_ipv4_prefix_t& ipv4 = prefix->prefix.ipv4;
-    return (ipv4.addr & IPV4_MC_RANGE_MASK) == IPV4_MC_RANGE &&
-           (ipv4.mask & IPV4_MC_RANGE_MASK) == IPV4_MC_RANGE_MASK && is_covered(ipv4);
+    return prefix != nullptr && prefix->prefix.ipv4.addr >> 28 == IPV4_MC_RANGE &&
+           ((prefix->prefix.ipv4.addr | 0xF0000000) & ~prefix->prefix.ipv4.mask) == 0;
 }
 
 ALWAYS_INLINE int __is_ipv6_mc_prefix_valid(const ky_ip_prefix_t* prefix)
 {
-    if (prefix == nullptr) {
-        return 0;
-    }
-    const ky_ipv6_prefix_t& ipv6 = prefix->prefix.ipv6;
-    return (ipv6.addr[0] & IPV6_MC_RANGE_MASK) == IPV6_MC_RANGE &&
-           (ipv6.mask[0] & IPV6_MC_RANGE_MASK) == IPV6_MC_RANGE_MASK && is_covered(ipv6);
+    return prefix != nullptr && passes_range(prefix->prefix.ipv6) &&
+           is_covered(prefix->prefix.ipv6);
 }
 
 ALWAYS_INLINE int __is_mc_prefix_valid(const ky_ip_prefix_t* prefix)
 {
-    if (prefix == nullptr) {
-        return 0;
-    }
-    switch (prefix->version) {
-    case IP_VERSION_IPV4:
-        return __is_ipv4_mc_prefix_valid(prefix);
-    case IP_VERSION_IPV6:
-        return __is_ipv6_mc_prefix_valid(prefix);
-    default:
-        return 0;
-    }
+    return prefix == nullptr                    ? 0
+           : prefix->version == IP_VERSION_IPV4 ? __is_ipv4_mc_prefix_valid(prefix)
+           : prefix->version == IP_VERSION_IPV6 ? __is_ipv6_mc_prefix_valid(prefix)
+                                                : 0;
 }
+
+/* Applies a test to a prefix in the form that its version asks for: IPv6, unless it is IPv4. */
+template <typename Test> ALWAYS_INLINE bool judged_by(Test test, const ky_ip_prefix_t* prefix)
+{
+    return prefix->version == IP_VERSION_IPV4 ? test(prefix->prefix.ipv4)
+                                              : test(prefix->prefix.ipv6);
+}
+
+constexpr auto IS_PREFIX = [](const auto& prefix) {
+    return is_covered(prefix) && is_contiguous(prefix.mask);
+};
+constexpr auto PASSES_RANGE = [](const auto& prefix) { return passes_range(prefix); };
 
 // ---- Their texts ----
 
@@ -197,74 +168,159 @@ const char* __prefix_mask_to_str(const ky_ip_prefix_t* prefix, PrefixText& text)
                      prefix->version, prefix->prefix.ipv4.mask, prefix->prefix.ipv6.mask, text);
 }
 
-/* KY_FAIL with a message about a prefix, whose arguments are the texts `address` and `mask`. The
- * texts and their buffers are made where the records are, off the path that passes. */
-#define FAIL_ABOUT(status, prefix_p, ...)                                                        \
-    ((KY_LOG_WANTED(KY_LOG_MASK_ERROR)                                                           \
-          ? [](const char* function, const ky_ip_prefix_t* prefix)                               \
-                __attribute__((cold, noinline)) {                                                \
-                    PrefixText address_text = {};                                                \
-                    PrefixText mask_text = {};                                                   \
-                    const char* address = __prefix_addr_to_str(prefix, address_text);            \
-                    [[maybe_unused]] const char* mask = __prefix_mask_to_str(prefix, mask_text); \
-                    KY_LOG_RECORDS(function, KY_LOG_MASK_ERROR, __VA_ARGS__);                    \
-                }(__func__, prefix_p)                                                            \
-          : (void)0),                                                                            \
-     (status))
-
 // ---- Checks that several functions share ----
 
+/* The rules of a key and of a filter are compiled twice: quietly, for the answer alone, and aloud, for
+ * what there is to say when one is broken. So what passes makes room for no text. */
+#define BROKEN(aloud, function, status, ...) \
+    ((aloud) ? KY_LOG_IN(function, KY_LOG_MASK_ERROR, __VA_ARGS__) : (void)0, (status))
+
+template <bool ALOUD>
 ALWAYS_INLINE ky_status_t __validate_mc_key_ip_versions(const ky_mc_route_key_t* mc_route_key_p)
 {
     const ky_ip_version_t source_version = mc_route_key_p->source_addr.version;
     const ky_ip_version_t group_version = mc_route_key_p->mc_group_addr.version;
 
     if (group_version > IP_VERSION_MAX) {
-        return KY_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, "Given MC IP version %d is invalid\n", group_version);
+        return BROKEN(
+            ALOUD, __func__, KY_STATUS_PARAM_EXCEEDS_RANGE, "Given MC IP version %d is invalid\n",
+            group_version);
     }
     if (source_version > IP_VERSION_MAX) {
-        return KY_FAIL(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, "Given source IP version %d is invalid\n",
-            source_version);
+        return BROKEN(
+            ALOUD, __func__, KY_STATUS_PARAM_EXCEEDS_RANGE,
+            "Given source IP version %d is invalid\n", source_version);
     }
     if (source_version != group_version) {
-        return KY_FAIL(
-            KY_STATUS_PARAM_ERROR, "Source IP version %s and MC IP version %s are not equal\n",
+        return BROKEN(
+            ALOUD, __func__, KY_STATUS_PARAM_ERROR,
+            "Source IP version %s and MC IP version %s are not equal\n",
             ky_ip_version_str(source_version), ky_ip_version_str(group_version));
     }
     return KY_STATUS_SUCCESS;
 }
 
-ALWAYS_INLINE ky_status_t __validate_mc_key_ranges(const ky_mc_route_key_t* mc_route_key_p)
+template <bool ALOUD, typename Prefix>
+ALWAYS_INLINE ky_status_t __validate_mc_key_ranges(
+    const ky_mc_route_key_t* mc_route_key_p, const Prefix& source_prefix,
+    const Prefix& group_prefix)
 {
     const ky_ip_prefix_t* source = &mc_route_key_p->source_addr;
     const ky_ip_prefix_t* group = &mc_route_key_p->mc_group_addr;
+    PrefixText address = {};
+    PrefixText mask = {};
 
-    if (!is_in_mc_range(group) && !is_ipv4_broadcast(group) && !is_any_group(group)) {
-        return FAIL_ABOUT(
-            KY_STATUS_PARAM_EXCEEDS_RANGE, group,
-            "Given MC mask %s/%s is not in the valid MC address range\n", address, mask);
+    if (!passes_range(group_prefix) && !is_any(group_prefix)) {
+        return BROKEN(
+            ALOUD, __func__, KY_STATUS_PARAM_EXCEEDS_RANGE,
+            "Given MC mask %s/%s is not in the valid MC address range\n",
+            __prefix_addr_to_str(group, address), __prefix_mask_to_str(group, mask));
     }
-    if (!is_prefix(source)) {
-        return FAIL_ABOUT(
-            KY_STATUS_PARAM_ERROR, source,
-            "Given source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n", address,
-            mask);
+    if (!IS_PREFIX(source_prefix)) {
+        return BROKEN(
+            ALOUD, __func__, KY_STATUS_PARAM_ERROR,
+            "Given source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n",
+            __prefix_addr_to_str(source, address), __prefix_mask_to_str(source, mask));
     }
-    if (!__is_mc_prefix_valid(group) && !is_any_group(group)) {
-        return FAIL_ABOUT(
-            KY_STATUS_PARAM_ERROR, group, "Given MC mask %s/%s is not a valid mask\n", address,
-            mask);
+    if (!__is_mc_prefix_valid(group) && !is_any(group_prefix)) {
+        return BROKEN(
+            ALOUD, __func__, KY_STATUS_PARAM_ERROR, "Given MC mask %s/%s is not a valid mask\n",
+            __prefix_addr_to_str(group, address), __prefix_mask_to_str(group, mask));
     }
     return KY_STATUS_SUCCESS;
 }
 
-/* The key checks in their order: the ranges of a key make sense only if its versions do. */
+/* The ranges of a key make sense only if its versions do. */
+template <bool ALOUD>
+ALWAYS_INLINE ky_status_t judge_mc_key(const ky_mc_route_key_t* mc_route_key_p)
+{
+    const auto& [source, group] = *mc_route_key_p;
+    const ky_status_t status = __validate_mc_key_ip_versions<ALOUD>(mc_route_key_p);
+    if (status != KY_STATUS_SUCCESS) {
+        return status;
+    }
+    return group.version == IP_VERSION_IPV4
+               ? __validate_mc_key_ranges<ALOUD>(
+                     mc_route_key_p, source.prefix.ipv4, group.prefix.ipv4)
+               : __validate_mc_key_ranges<ALOUD>(
+                     mc_route_key_p, source.prefix.ipv6, group.prefix.ipv6);
+}
+
+[[gnu::cold, gnu::noinline]] ky_status_t refuse_mc_key(const ky_mc_route_key_t* mc_route_key_p)
+{
+    return judge_mc_key<true>(mc_route_key_p);
+}
+
 ALWAYS_INLINE ky_status_t validate_mc_key(const ky_mc_route_key_t* mc_route_key_p)
 {
-    const ky_status_t status = __validate_mc_key_ip_versions(mc_route_key_p);
-    return status == KY_STATUS_SUCCESS ? __validate_mc_key_ranges(mc_route_key_p) : status;
+    const ky_status_t status = judge_mc_key<false>(mc_route_key_p);
+    return status == KY_STATUS_SUCCESS ? status : refuse_mc_key(mc_route_key_p);
+}
+
+/* The rules of a filter, whose messages name the function that is given it. */
+template <bool ALOUD>
+ALWAYS_INLINE ky_status_t
+judge_filter(const char* function, const ky_mc_route_get_filter_t* filter_p)
+{
+    const ky_ip_prefix_t* source = &filter_p->source_addr;
+    const ky_ip_prefix_t* group = &filter_p->mc_group_addr;
+    const bool has_source = filter_p->source_addr_valid == 1;
+    const bool has_group = filter_p->mc_group_addr_valid == 1;
+    PrefixText address = {};
+    PrefixText mask = {};
+
+    if (has_source && source->version > IP_VERSION_MAX) {
+        return BROKEN(
+            ALOUD, function, KY_STATUS_PARAM_ERROR,
+            "Given filter source IP version %d is invalid\n", source->version);
+    }
+    if (has_source && !judged_by(IS_PREFIX, source)) {
+        return BROKEN(
+            ALOUD, function, KY_STATUS_PARAM_ERROR,
+            "Given filter source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n",
+            __prefix_addr_to_str(source, address), __prefix_mask_to_str(source, mask));
+    }
+    if (has_group && group->version > IP_VERSION_MAX) {
+        return BROKEN(
+            ALOUD, function, KY_STATUS_PARAM_ERROR, "Given filter MC IP version %d is invalid\n",
+            group->version);
+    }
+    if (has_group && !judged_by(PASSES_RANGE, group)) { // "any" is not exempt here
+        return BROKEN(
+            ALOUD, function, KY_STATUS_PARAM_EXCEEDS_RANGE,
+            "Given filter MC address %s is not in the valid MC address range\n",
+            __prefix_addr_to_str(group, address));
+    }
+    if (has_group && !__is_mc_prefix_valid(group)) {
+        return BROKEN(
+            ALOUD, function, KY_STATUS_PARAM_ERROR,
+            "Given filter MC mask %s/%s is not a valid mask\n",
+            __prefix_addr_to_str(group, address), __prefix_mask_to_str(group, mask));
+    }
+    if (filter_p->ingress_rif_valid == 1 && filter_p->ingress_rif_incl_rpf_groups_valid == 1) {
+        return BROKEN(
+            ALOUD, function, KY_STATUS_PARAM_ERROR,
+            "Filter by ingress RIF and filter by ingress RIF including RPF groups "
+            "can't both be valid\n");
+    }
+    return KY_STATUS_SUCCESS;
+}
+
+[[gnu::cold, gnu::noinline]] ky_status_t
+refuse_filter(const char* function, const ky_mc_route_get_filter_t* filter_p)
+{
+    return judge_filter<true>(function, filter_p);
+}
+
+[[gnu::cold, gnu::noinline]] ky_status_t
+refuse_lpm_group(const char* function, const ky_ip_prefix_t* group)
+{
+    PrefixText address = {};
+    PrefixText mask = {};
+    KY_LOG_IN(
+        function, KY_LOG_MASK_ERROR, "Invalid MC group mask %s/%s given for priority type LPM\n",
+        __prefix_addr_to_str(group, address), __prefix_mask_to_str(group, mask));
+    return KY_STATUS_PARAM_ERROR;
 }
 
 ky_status_t __validate_vif_types(const ky_router_vinterface_t* vif_list_p, uint32_t vif_cnt)
@@ -294,8 +350,9 @@ ky_status_t ky_router_utils_validate_mc_route_set(
         return KY_FAIL(KY_STATUS_PARAM_NULL, "Given mc_route_key_p is NULL and CMD is %d \n", cmd);
     }
     if (mc_route_key_p != nullptr) {
-        const ky_status_t status = is_delete_all ? __validate_mc_key_ip_versions(mc_route_key_p)
-                                                 : validate_mc_key(mc_route_key_p);
+        const ky_status_t status = is_delete_all
+                                       ? __validate_mc_key_ip_versions<true>(mc_route_key_p)
+                                       : validate_mc_key(mc_route_key_p);
         if (status != KY_STATUS_SUCCESS) {
             return status;
         }
@@ -308,26 +365,23 @@ ky_status_t ky_router_utils_validate_mc_route_set(
     const ky_ip_prefix_t* group = &mc_route_key_p->mc_group_addr;
     const ky_mc_route_attr_t& attr = *mc_route_attr_p;
     const ky_mc_route_data_t& data = *mc_route_data_p;
-    const bool needs_rpf_group =
-        attr.rpf_action == RPF_ACTION_DROP_LIST || attr.rpf_action == RPF_ACTION_TRAP_LIST;
     const bool has_user_token = attr.user_token_valid == 1;
-    if (attr.rpf_action > RPF_ACTION_MAX) {
+    if (attr.rpf_action > RPF_ACTION_TRAP_LIST) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Given RPF action %d is invalid\n", attr.rpf_action);
     }
-    if (needs_rpf_group && attr.rpf_group_id > KY_RPF_GROUP_ID_MAX) {
+    if (attr.rpf_action >= RPF_ACTION_DROP_LIST && attr.rpf_group_id > KY_RPF_GROUP_ID_MAX) {
         return KY_FAIL(
             KY_STATUS_PARAM_ERROR,
             "Invalid RPF group %u given. "
             "Valid RPF group must be given when RPF action is DROP_LIST or TRAP_LIST\n",
             attr.rpf_group_id);
     }
-    if (attr.prio_type < PRIO_TYPE_MIN || attr.prio_type > PRIO_TYPE_MAX) {
+    if (attr.prio_type < PRIO_TYPE_MIN || attr.prio_type > PRIO_TYPE_LPM) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Invalid priority type %d given\n", attr.prio_type);
     }
-    if (attr.prio_type == PRIO_TYPE_LPM && !is_prefix(group)) {
-        return FAIL_ABOUT(
-            KY_STATUS_PARAM_ERROR, group,
-            "Invalid MC group mask %s/%s given for priority type LPM\n", address, mask);
+    if (attr.prio_type == PRIO_TYPE_LPM &&
+        !judged_by([](const auto& form) { return is_contiguous(form.mask); }, group)) {
+        return refuse_lpm_group(__func__, group);
     }
     if (attr.ttl_cmd < TTL_CMD_MIN || attr.ttl_cmd > TTL_CMD_MAX) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Invalid TTL command %d given\n", attr.ttl_cmd);
@@ -376,50 +430,10 @@ ky_status_t ky_router_utils_validate_mc_route_get(
             KY_STATUS_PARAM_EXCEEDS_RANGE, "Given entries count %u is larger than max allowed %u\n",
             *entries_count_p, KY_MC_ROUTE_ENTRIES_MAX);
     }
-    if (filter_p == nullptr) {
+    if (filter_p == nullptr || judge_filter<false>(__func__, filter_p) == KY_STATUS_SUCCESS) {
         return KY_STATUS_SUCCESS;
     }
-
-    if (filter_p->source_addr_valid == 1) {
-        const ky_ip_prefix_t* source = &filter_p->source_addr;
-        if (source->version > IP_VERSION_MAX) {
-            return KY_FAIL(
-                KY_STATUS_PARAM_ERROR, "Given filter source IP version %d is invalid\n",
-                source->version);
-        }
-        if (!is_prefix(source)) {
-            return FAIL_ABOUT(
-                KY_STATUS_PARAM_ERROR, source,
-                "Given filter source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n",
-                address, mask);
-        }
-    }
-    if (filter_p->mc_group_addr_valid == 1) {
-        const ky_ip_prefix_t* group = &filter_p->mc_group_addr;
-        if (group->version > IP_VERSION_MAX) {
-            return KY_FAIL(
-                KY_STATUS_PARAM_ERROR, "Given filter MC IP version %d is invalid\n",
-                group->version);
-        }
-        // Unlike a key's, an all-zero group is not exempt.
-        if (!is_in_mc_range(group) && !is_ipv4_broadcast(group)) {
-            return FAIL_ABOUT(
-                KY_STATUS_PARAM_EXCEEDS_RANGE, group,
-                "Given filter MC address %s is not in the valid MC address range\n", address);
-        }
-        if (!__is_mc_prefix_valid(group)) {
-            return FAIL_ABOUT(
-                KY_STATUS_PARAM_ERROR, group, "Given filter MC mask %s/%s is not a valid mask\n",
-                address, mask);
-        }
-    }
-    if (filter_p->ingress_rif_valid == 1 && filter_p->ingress_rif_incl_rpf_groups_valid == 1) {
-        return KY_FAIL(
-            KY_STATUS_PARAM_ERROR,
-            "Filter by ingress RIF and filter by ingress RIF including RPF groups "
-            "can't both be valid\n");
-    }
-    return KY_STATUS_SUCCESS;
+    return refuse_filter(__func__, filter_p);
 }
 
 // ---- Calls about one route ----
@@ -446,14 +460,16 @@ ky_status_t ky_router_utils_validate_mc_egress_rif_get(
     uint16_t /* vrid */, const ky_mc_route_key_t* mc_route_key_p,
     const void* /* egress_rif_list_p */, const void* /* egress_rif_cnt_p */)
 {
-    return KY_TRACED(validate_mc_key, mc_route_key_p);
+    KY_TRACE_FUNCTION();
+    return validate_mc_key(mc_route_key_p);
 }
 
 ky_status_t ky_router_utils_validate_mc_route_activity_get(
     ky_access_cmd_t /* cmd */, uint16_t /* vrid */, const ky_mc_route_key_t* mc_route_key_p,
     const void* /* activity_p */)
 {
-    return KY_TRACED(validate_mc_key, mc_route_key_p);
+    KY_TRACE_FUNCTION();
+    return validate_mc_key(mc_route_key_p);
 }
 
 ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
@@ -475,7 +491,8 @@ ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
 ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
     uint16_t /* vrid */, const ky_mc_route_key_t* mc_route_key_p, const void* /* counter_id_p */)
 {
-    return KY_TRACED(validate_mc_key, mc_route_key_p);
+    KY_TRACE_FUNCTION();
+    return validate_mc_key(mc_route_key_p);
 }
 
 // ---- RPF groups ----

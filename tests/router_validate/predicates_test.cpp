@@ -38,7 +38,7 @@ TEST(ExhaustiveTest, EveryIpv4Mask)
         uint64_t contiguous = 0;
         for (uint64_t i = end * part / parts; i < end * (part + 1) / parts; i++) {
             const auto mask = static_cast<uint32_t>(i);
-            const bool is = __is_ipv4_mask_contiguous(mask) == 1;
+            const bool is = is_contiguous(mask);
             mismatches += is != (std::countl_one(mask) == std::popcount(mask)) ? 1 : 0;
             contiguous += is ? 1 : 0;
         }
