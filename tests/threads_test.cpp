@@ -58,7 +58,7 @@ void check_and_name(uint32_t value)
     EXPECT_EQ(utils_ky_log_exit(BAD, __func__), BAD);
 }
 
-TEST_F(ThreadsTest, CallsOfAnyThreadStandEachOther)
+TEST_F(ThreadsTest, ConcurrentCallsAreSafe)
 {
     const ky_ip_prefix_t any = {.version = 1, .prefix = {}};
     const ky_mc_route_key_t good = {any, any};

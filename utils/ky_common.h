@@ -214,41 +214,16 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 /** Traces that it is about to be left. */
 #define KY_TRACE_EXIT() KY_TRACE_IN(__func__, "left")
 
-#if defined(__cplusplus) && __cplusplus >= 201402L // it has generic lambdas
-/** Calls a function between an entry and an exit trace, and yields what it returns:
- *  `return KY_TRACED(port_mtu_store, mtu);`.
- *
- *  The function has a name of its own (it is no member that needs an object), takes one argument
- *  or more, by value or by pointer, and returns a value. Arguments are copied. With g++ and traces
- *  off, a function that does nothing else needs no stack frame: the call that is traced stands
- *  apart, in a cold copy that does not come back. */
-#define KY_TRACED(function, ...)                                                  \
-    [](const char* ky_caller, auto... ky_given) {                                 \
-        if (KY_TRACE_WANTED()) {                                                  \
-            return [](const char* ky_cold_caller, auto... ky_cold_given)          \
-                __attribute__((cold, noinline))                                   \
-            {                                                                     \
-                KY_TRACE_RECORD(ky_cold_caller, "entered");                       \
-                const auto ky_result = function(KY_GIVEN_AWAY(ky_cold_given)...); \
-                KY_TRACE_IN(ky_cold_caller, "left");                              \
-                return ky_result;                                                 \
-            }                                                                     \
-            (ky_caller, ky_given...);                                             \
-        }                                                                         \
-        return KY_TRACE_RESULT(ky_caller, function(KY_GIVEN_AWAY(ky_given)...));  \
-    }(__func__, __VA_ARGS__)
-#endif
-
-#if defined(__cplusplus) && __cplusplus >= 201703L // it deduces a template's argument
+#ifdef __cplusplus
 /** Traces entry here, and exit when the enclosing function returns, wherever it does. */
 #define KY_TRACE_FUNCTION() \
     KY_TRACE_ENTRY();       \
-    KY_TRACE_SCOPE(__LINE__)
+    KY_TRACE_AT_RETURN(__LINE__)
 #endif
 
 /** @} */
 
-/* ---- How the statements are made: for the macros above alone ---- */
+/* ---- How the statements are made: for the macros above, and for this library ---- */
 
 /** @cond */
 
@@ -258,55 +233,23 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 #define KY_CAST(type, value) ((type)(value))
 #endif
 
-#define KY_TRACE_IN(function, verb) (KY_TRACE_WANTED() ? KY_TRACE_RECORD(function, verb) : (void)0)
-
 #define KY_TRACE_WANTED() __builtin_expect(KY_LOAD(g_ky_log_module_func_enable) != 0, 0)
 
-#define KY_TRACE_RECORD(function, verb) \
-    KY_LOG_IN(function, KY_LOG_MASK_DEBUG, "%s - " verb " \n", function)
+#define KY_TRACE_IN(function, verb)                                                           \
+    (KY_TRACE_WANTED() ? KY_LOG_IN(function, KY_LOG_MASK_DEBUG, "%s - " verb " \n", function) \
+                       : (void)0)
 
-#if defined(__cplusplus) && __cplusplus >= 201703L
-extern "C++" { // whatever this header is included in
-template <typename Exit> class ky_trace_scope {
-  public:
-    ky_trace_scope(const char* function, Exit exit) : function_(function), exit_(exit) {}
-    ky_trace_scope(const ky_trace_scope&) = delete;
-    ky_trace_scope& operator=(const ky_trace_scope&) = delete;
-    ~ky_trace_scope()
-    {
-        exit_(function_);
-    }
-
-  private:
-    const char* function_;
-    Exit exit_;
-};
-}
-#endif
-
-/* The line in its name keeps it apart from that of a function around this one. */
-#define KY_TRACE_SCOPE(line) KY_TRACE_SCOPE_AT(line)
-#define KY_TRACE_SCOPE_AT(line)                \
-    const ky_trace_scope ky_trace_exit_##line( \
-        __func__, [](const char* ky_traced) { KY_TRACE_IN(ky_traced, "left"); })
-
-/* So that a function that would change its argument does not compile: it would change a copy. */
-#define KY_GIVEN_AWAY(argument) static_cast<decltype(argument)&&>(argument)
-
-/* An exit trace, and the result behind it: handed through, it need not be kept elsewhere. */
-#define KY_TRACE_RESULT(function, result)                            \
-    [](const char* ky_left, auto ky_result) {                        \
-        if (KY_TRACE_WANTED()) {                                     \
-            return [](const char* ky_cold_left, auto ky_cold_result) \
-                __attribute__((cold, noinline))                      \
-            {                                                        \
-                KY_TRACE_RECORD(ky_cold_left, "left");               \
-                return ky_cold_result;                               \
-            }                                                        \
-            (ky_left, ky_result);                                    \
-        }                                                            \
-        return ky_result;                                            \
-    }(function, result)
+/* An object whose end is the function's. The line in its names keeps them apart from those of a
+ * function around this one, if that stands on another line. */
+#define KY_TRACE_AT_RETURN(line) KY_TRACE_AT_RETURN_(line)
+#define KY_TRACE_AT_RETURN_(line)           \
+    const struct ky_trace_##line {          \
+        const char* ky_traced;              \
+        ~ky_trace_##line()                  \
+        {                                   \
+            KY_TRACE_IN(ky_traced, "left"); \
+        }                                   \
+    } ky_trace_exit_##line = {__func__}
 
 /* C++ moves the records into a function of their own that is cold and takes its arguments by value:
  * what stays behind needs no stack frame. C has no such form, and writes them in place. */

@@ -7,13 +7,11 @@ uint32_t consume_again(uint32_t function, uint32_t arguments);
 
 uint32_t consume_again(uint32_t function, uint32_t arguments)
 {
-#if __cplusplus >= 201703L
     KY_TRACE_FUNCTION();
     const auto within = [] {
         KY_TRACE_FUNCTION();
         return KY_FAIL(KY_STATUS_ERROR, "within\n");
     };
     within();
-#endif
     return KY_FAIL(function, "%u %u\n", function, arguments);
 }

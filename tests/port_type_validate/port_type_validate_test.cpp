@@ -11,7 +11,7 @@ class PortTypeTest : public ContractTest {};
 
 constexpr uint32_t LAST = PORT_TYPE_VALIDATION_ROWS - 2;
 
-TEST_F(PortTypeTest, DictionaryIsAsItWas)
+TEST_F(PortTypeTest, DictionaryMatchesItsFingerprint)
 {
     uint64_t found = NO_TEXTS;
     for (const auto& [func_name, allowed_port_types] : port_type_validation_table) {

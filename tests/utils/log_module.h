@@ -1,4 +1,4 @@
-/* A log module of its own, "TEST", in C and in C++ with either form of traces. */
+/* A log module of its own, "TEST", in C and in C++. */
 #ifndef LOG_MODULE_H
 #define LOG_MODULE_H
 
@@ -20,7 +20,6 @@ typedef struct log_module {
 
 extern const log_module_t log_module_in_c;
 extern const log_module_t log_module_in_cpp;
-extern const log_module_t log_module_in_cpp_by_call;
 
 #ifdef __cplusplus
 }

@@ -20,7 +20,6 @@ struct Language {
 } const languages[] = {
     {"C", log_module_in_c},
     {"C++", log_module_in_cpp},
-    {"C++, by call", log_module_in_cpp_by_call},
 };
 
 /* What the modules in C and C++ say, if all of it passes. */

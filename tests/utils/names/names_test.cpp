@@ -77,7 +77,7 @@ const Enumeration enumerations[] = {
 };
 // clang-format on
 
-TEST_F(NamesTest, TablesAreAsTheyWere)
+TEST_F(NamesTest, TablesMatchTheirFingerprints)
 {
     for (const auto& [str, name, bound, expected] : enumerations) {
         has_a_row("ky_" + name + "_str");
