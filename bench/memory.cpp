@@ -1,171 +1,70 @@
-// Memory taken and given back, by one thread and by two.
-#include "bench.h"
+// Memory taken and given back, 100 bytes at a time: by a thread that is alone in its process, by one
+// beside a thread that sleeps, as in every process of the SDK, and by several at once.
+#include "floor.h"
+#include "ways.h"
 
-#include "callees/floor.h"
-#include "callees/peers.h"
-
-#include <cstdio>
-#include <cstdlib>
 #include <ky_utils.h>
-#include <memory_resource>
-
-#if PEER_TALLOC
+#include <semaphore>
 #include <talloc.h>
-#endif
-#if PEER_JEMALLOC
-#include <dlfcn.h>
-#endif
+#include <thread>
 
 namespace {
 
+constexpr uint32_t SIZE = 100;
 constexpr uint32_t TYPE = 8;
 
-struct Library {
-    static void* get(uint32_t size)
-    {
-        void* block = nullptr;
-        utils_memory_get(&block, size, TYPE);
-        return block;
-    }
-    static void put(void* block, uint32_t)
-    {
-        utils_memory_put(block, TYPE);
-    }
-};
-
-struct Floor {
-    static void* get(uint32_t size)
-    {
-        return floor_memory_get(size, TYPE);
-    }
-    static void put(void* block, uint32_t)
-    {
-        floor_memory_put(block, TYPE);
-    }
-};
-
-struct WithoutLock {
-    static void* get(uint32_t size)
-    {
-        return peer_memory_get_without_lock(size, TYPE);
-    }
-    static void put(void* block, uint32_t)
-    {
-        peer_memory_put_without_lock(block, TYPE);
-    }
-};
-
-struct Malloc {
-    static void* get(uint32_t size)
-    {
-        return malloc(size);
-    }
-    static void put(void* block, uint32_t)
-    {
-        free(block);
-    }
-};
-
-struct SynchronizedPool {
-    static std::pmr::synchronized_pool_resource& resource()
-    {
-        static std::pmr::synchronized_pool_resource made;
-        return made;
-    }
-    static void* get(uint32_t size)
-    {
-        return resource().allocate(size);
-    }
-    static void put(void* block, uint32_t size)
-    {
-        resource().deallocate(block, size);
-    }
-};
-
-#if PEER_TALLOC
-struct Talloc {
-    static void* get(uint32_t size)
-    {
-        return talloc_size(context(), size);
-    }
-    static void put(void* block, uint32_t)
-    {
-        talloc_free(block);
-    }
-    static void* context() // one for each thread: they are not safe to share
-    {
-        thread_local void* made = talloc_new(nullptr);
-        return made;
-    }
-};
-#endif
-
-#if PEER_JEMALLOC
-/* Loaded aside: linked, it would serve every other allocation of the program. */
-struct Jemalloc {
-    static void* get(uint32_t size)
-    {
-        return malloc_of_it(size);
-    }
-    static void put(void* block, uint32_t)
-    {
-        free_of_it(block);
-    }
-    static void load()
-    {
-        void* library = dlopen("libjemalloc.so.2", RTLD_NOW | RTLD_LOCAL);
-        if (library == nullptr) {
-            fprintf(stderr, "bench: %s\n", dlerror());
-            fprintf(stderr, "bench: set GLIBC_TUNABLES=glibc.rtld.optional_static_tls=16384\n");
-            exit(1);
-        }
-        malloc_of_it = reinterpret_cast<void* (*)(size_t)>(dlsym(library, "malloc"));
-        free_of_it = reinterpret_cast<void (*)(void*)>(dlsym(library, "free"));
-    }
-    static inline void* (*malloc_of_it)(size_t) = nullptr;
-    static inline void (*free_of_it)(void*) = nullptr;
-};
-#endif
-
-template <typename Allocator>
-void enter_allocator(const std::string& operation, const char* name, uint32_t size, int threads)
+void library(benchmark::State& state)
 {
-    enter(
-        {operation, name, TIMES,
-         [size] {
-             return Prepared{[size] {
-                 for (size_t i = 0; i < TIMES; i++) {
-                     void* block = Allocator::get(size);
-                     benchmark::DoNotOptimize(block);
-                     Allocator::put(block, size);
-                 }
-             }};
-         },
-         threads});
+    each(state, [](size_t) {
+        void* block = nullptr;
+        utils_memory_get(&block, SIZE, TYPE);
+        return utils_memory_put(block, TYPE);
+    });
+}
+
+void floor(benchmark::State& state)
+{
+    each(state, [](size_t) {
+        void* block = floor_memory_get(SIZE, TYPE);
+        benchmark::DoNotOptimize(block);
+        floor_memory_put(block, TYPE);
+        return 0;
+    });
+}
+
+void by_talloc(benchmark::State& state)
+{
+    thread_local void* const context = talloc_new(nullptr); // it is not safe to share
+    each(state, [](size_t) {
+        void* block = talloc_size(context, SIZE);
+        benchmark::DoNotOptimize(block);
+        return talloc_free(block);
+    });
+}
+
+/* From the first of these on the C library knows of another thread. */
+template <void (*MEASURED)(benchmark::State&)> void beside_another(benchmark::State& state)
+{
+    static std::binary_semaphore is_over(0);
+    static std::thread* const sleeping = new std::thread([] { is_over.acquire(); });
+    benchmark::DoNotOptimize(sleeping);
+    MEASURED(state);
 }
 
 } // namespace
 
-void enter_memory()
-{
-#if PEER_JEMALLOC
-    Jemalloc::load();
-#endif
-    for (const int threads : {1, 2}) {
-        for (const uint32_t size : {16U, 100U, 1024U, 65536U}) {
-            const std::string operation = "memory get and put, " + std::to_string(size) + " bytes" +
-                                          (threads == 1 ? "" : ", 2 threads");
-            enter_allocator<Library>(operation, "library", size, threads);
-            enter_allocator<Floor>(operation, "floor", size, threads);
-#if PEER_TALLOC
-            enter_allocator<Talloc>(operation, "talloc", size, threads);
-#endif
-            enter_allocator<SynchronizedPool>(operation, "pmr synchronized pool", size, threads);
-            enter_allocator<WithoutLock>(operation, "accounting without lock", size, threads);
-            enter_allocator<Malloc>(operation, "malloc", size, threads);
-#if PEER_JEMALLOC
-            enter_allocator<Jemalloc>(operation, "jemalloc", size, threads);
-#endif
-        }
-    }
-}
+BENCHMARK(library)->Name("memory, alone/library");
+BENCHMARK(floor)->Name("memory, alone/floor");
+BENCHMARK(by_talloc)->Name("memory, alone/talloc");
+BENCHMARK(beside_another<library>)->Name("memory/library");
+BENCHMARK(beside_another<floor>)->Name("memory/floor");
+BENCHMARK(beside_another<by_talloc>)->Name("memory/talloc");
+BENCHMARK(beside_another<library>)
+    ->Name("memory by threads/library")
+    ->ThreadRange(1, 8)
+    ->UseRealTime();
+BENCHMARK(beside_another<floor>)->Name("memory by threads/floor")->ThreadRange(1, 8)->UseRealTime();
+BENCHMARK(beside_another<by_talloc>)
+    ->Name("memory by threads/talloc")
+    ->ThreadRange(1, 8)
+    ->UseRealTime();

@@ -1,63 +1,41 @@
-// Log statements that a module's verbosity suppresses, and traces that are off.
-#include "bench.h"
+// Eight suppressed statements between additions: compiled once a way, which WAY names.
+#include <ky_common.h>
 
-#include "callees/floor.h"
-#include "callees/module.h"
-#include "callees/peers.h"
-
-#include <ky_utils.h>
-#include <syslog.h>
-
-namespace {
-
-using Statements = uint32_t (*)(uint32_t, uint32_t);
-
-void enter_eight(const char* name, Statements statements)
+#if defined(WAY_IS_GLOG)
+#include <glog/logging.h>
+#define STATEMENT(text) VLOG(1) << text " " << a << " of " << b << " is up"
+#elif defined(WAY_IS_FLOOR) // a load, a comparison and a branch each
+static uint32_t verbosity = 3;
+[[gnu::cold, gnu::noinline]] static void say(const char* text, uint32_t a, uint32_t b)
 {
-    enter({"suppressed statement", name, 8 * TIMES, [statements] {
-               return Prepared{[statements] {
-                   uint32_t sum = 0;
-                   for (uint32_t i = 0; i < TIMES; i++) {
-                       sum = statements(sum, i);
-                   }
-                   benchmark::DoNotOptimize(sum);
-               }};
-           }});
+    ky_log(31, "FLOOR", "%s %u of %u is up\n", text, a, b);
 }
+#define STATEMENT(text) (__builtin_expect(KY_LOAD(verbosity) >= 5U, 0) ? say(text, a, b) : (void)0)
+#else
+#define KY_LOG_MODULE "MODULE"
+#define KY_LOG_VERBOSITY verbosity
+static uint32_t verbosity = KY_LOG_LEVEL_DEFAULT;
+#define STATEMENT(text) KY_LOG_DEBUG(text " %u of %u is up\n", a, b)
+#endif
 
-} // namespace
+KY_EXPORT uint32_t WAY(uint32_t a, uint32_t b);
 
-void enter_statements()
+uint32_t WAY(uint32_t a, uint32_t b)
 {
-    enter_eight("library", module_statements);
-    enter_eight("floor", floor_statements);
-    setlogmask(LOG_UPTO(LOG_NOTICE));
-    enter_eight("syslog", peer_statements_by_syslog);
-#if PEER_GLOG
-    enter_eight("glog VLOG", peer_statements_by_glog);
-#endif
-#if PEER_SPDLOG
-    enter_eight("spdlog", peer_statements_by_spdlog);
-#endif
-#if PEER_BOOST_LOG
-    peer_boost_log_setup();
-    enter_eight("Boost.Log", peer_statements_by_boost_log);
-#endif
-
-    const char* operation = "function with a suppressed statement";
-    const auto call = [](Statements statements) {
-        return [statements](size_t i) {
-            benchmark::DoNotOptimize(statements(static_cast<uint32_t>(i), 1));
-        };
-    };
-    enter(operation, "library", call(module_statement));
-    enter(operation, "floor", call(floor_statement));
-
-    operation = "traced function, traces off";
-    enter(operation, "library", [](size_t i) {
-        benchmark::DoNotOptimize(utils_use_xm_set(static_cast<uint32_t>(i)));
-    });
-    enter(operation, "floor", [](size_t i) {
-        benchmark::DoNotOptimize(floor_traced(static_cast<uint32_t>(i)));
-    });
+    STATEMENT("port");
+    a += b;
+    STATEMENT("lag");
+    a += b;
+    STATEMENT("vport");
+    a += b;
+    STATEMENT("vlag");
+    a += b;
+    STATEMENT("tunnel");
+    a += b;
+    STATEMENT("trap");
+    a += b;
+    STATEMENT("route");
+    a += b;
+    STATEMENT("group");
+    return a + b;
 }

@@ -1,0 +1,94 @@
+#!/usr/bin/env python3
+"""Counts what a call of each hot operation takes, and compares it with a table.
+
+    gate.py PROGRAM TABLE [--update]
+
+Callgrind counts the instructions, and simulates a processor's branch prediction. A round's counts are
+the difference of two loops of different lengths, less those of a loop that does nothing. They belong
+to a compiler and a processor: elsewhere they are printed and not judged. A rise of either beyond its
+margin is a fault. So is a fall of one that the other pays for.
+"""
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+JUDGED = "GCC 12 on x86-64"
+LOOP = "loop"
+MARGIN = 2.0  # of either; the simulation's mispredictions move by one or two with the code's place
+SIGN = 0.5  # that the other one pays
+
+
+def measure(program):
+    """The compiler of a program, and by operation its instructions and mispredictions a round."""
+    with tempfile.TemporaryDirectory() as folder:
+        run = subprocess.run(
+            ["valgrind", "--quiet", "--tool=callgrind", "--branch-sim=yes", "--instr-atstart=no",
+             f"--callgrind-out-file={folder}/out", program],
+            check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
+            env={"LD_BIND_NOW": "1"})
+        totals = {}
+        for path in pathlib.Path(folder).iterdir():
+            text = path.read_text()
+            dump = re.search(r"^desc: Trigger: Client Request: (.*): (\d+)$", text, re.M)
+            if dump:
+                names = re.search(r"^events: (.*)$", text, re.M).group(1).split()
+                values = re.search(r"^totals: (.*)$", text, re.M).group(1).split()
+                events = {name: int(value) for name, value in zip(names, values)}
+                totals.setdefault(dump.group(1), []).append(
+                    (int(dump.group(2)), events["Ir"], events.get("Bcm", 0) + events.get("Bim", 0)))
+    rounds = {}
+    for name, loops in totals.items():
+        short, long = sorted(loops)
+        rounds[name] = [(b - a) / (long[0] - short[0]) for a, b in zip(short[1:], long[1:])]
+    empty = rounds.pop(LOOP)
+    return run.stdout.strip(), {
+        name: [round(count - own, 1) + 0.0 for count, own in zip(counts, empty)]
+        for name, counts in sorted(rounds.items())}
+
+
+def verdict(found, expected):
+    """What is wrong, or worth a word; and whether it is wrong."""
+    instructions, mispredictions = (a - b for a, b in zip(found, expected))
+    if mispredictions > (SIGN if instructions < -MARGIN else MARGIN):
+        return ("more branches mispredicted, "
+                + ("for fewer instructions: a conditional move has become a branch? Look at the "
+                   "loops" if instructions < 0 else "look at the branches that depend on data")), True
+    if instructions > (SIGN if mispredictions < -MARGIN else MARGIN):
+        return "more instructions: look at the path of a call that has nothing to say", True
+    if min(instructions, mispredictions) < -MARGIN:
+        return "less than in the table: update it to keep it so", False
+    return "", False
+
+
+def main(program, table, *options):
+    compiler, found = measure(program)
+    if options == ("--update",):
+        rows = [f"{counts[0]:8.1f} {counts[1]:8.1f}  {name}\n" for name, counts in found.items()]
+        pathlib.Path(table).write_text("".join(rows))
+    expected = {}
+    for line in pathlib.Path(table).read_text().splitlines():
+        instructions, mispredictions, name = line.split(maxsplit=2)
+        expected[name] = [float(instructions), float(mispredictions)]
+    faults = 0
+    print("instructions, mispredicted branches a call (in the table)")
+    for name in sorted(found.keys() | expected.keys()):
+        counts, before = found.get(name, [0, 0]), expected.get(name, [0, 0])
+        words, is_fault = verdict(counts, before)
+        if name not in found or name not in expected:
+            words, is_fault = "not in the table" if name in found else "not measured any more", True
+        faults += is_fault
+        print(f"{counts[0]:8.1f} ({before[0]:5.1f}) {counts[1]:6.1f} ({before[1]:4.1f})  {name}"
+              + (f": {words}" if words else ""))
+    if compiler != JUDGED:
+        print(f"not judged: the table is of {JUDGED}, this is {compiler}")
+        return 0
+    print(f"{len(found)} hot paths, {faults} of them at fault")
+    return min(faults, 1)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 3 or sys.argv[3:] not in ([], ["--update"]):
+        sys.exit(__doc__)
+    sys.exit(main(*sys.argv[1:]))

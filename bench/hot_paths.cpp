@@ -1,0 +1,152 @@
+// Runs each hot operation in a loop of 1,000 rounds and in one of 5,000. Under callgrind each loop
+// writes a dump, from which gate.py tells what a round takes.
+#include "inputs.h"
+
+#include <cstdio>
+#include <ky_names.h>
+#include <ky_utils.h>
+#include <valgrind/callgrind.h>
+
+#define KY_LOG_MODULE "BENCH"
+#define KY_LOG_VERBOSITY verbosity
+
+namespace {
+
+uint32_t verbosity = KY_LOG_LEVEL_DEFAULT;
+
+/* An answer that is looked at, so that the call stays. */
+template <typename Value> void keep(Value value)
+{
+    asm volatile("" : : "r"(value) : "memory");
+}
+
+template <typename Once> void loop(uint32_t rounds, const char* dump, Once once)
+{
+    CALLGRIND_START_INSTRUMENTATION;
+    CALLGRIND_ZERO_STATS;
+    for (uint32_t i = 0; i < rounds; i++) {
+        once(i % INPUTS);
+    }
+    CALLGRIND_DUMP_STATS_AT(dump);
+    CALLGRIND_STOP_INSTRUMENTATION;
+}
+
+/* Dumps are named when the program ends, by texts that are there then. */
+#define MEASURE(name, ...)                                                   \
+    do {                                                                     \
+        const auto once = [&]([[maybe_unused]] uint32_t i) { __VA_ARGS__; }; \
+        once(0); /* whatever is done at first use alone */                   \
+        loop(1000, name ": 1000", once);                                     \
+        loop(5000, name ": 5000", once);                                     \
+    } while (false)
+
+/* What stands in a module, called as a module's function is. */
+[[gnu::noinline]] uint32_t add(uint32_t a, uint32_t b)
+{
+    KY_LOG_DEBUG("%u and %u\n", a, b);
+    return a + b;
+}
+
+// clang-format off
+void measure_checks()
+{
+    const auto values = values_below(105);
+    const auto ports = accepted_ports();
+    MEASURE("loop", keep(values[i]));
+    MEASURE("ky_host_ifc_trap_id_str", keep(ky_host_ifc_trap_id_str(values[i])));
+    MEASURE("a suppressed KY_LOG_DEBUG", keep(add(values[i], i)));
+    MEASURE("utils_use_xm_set", keep(utils_use_xm_set(values[i])));
+    MEASURE("utils_check_device_id",
+            keep(utils_check_device_id(static_cast<uint8_t>(values[i] + 1))));
+    MEASURE("is_port_type_valid", keep(is_port_type_valid(ports[i].enum_id, ports[i].log_port)));
+}
+
+void measure_routes()
+{
+    const auto ipv4 = route_keys(1);
+    const auto ipv6 = route_keys(2);
+#define KEY(keys) keep(ky_router_utils_validate_mc_route_counter_bind_get(0, &(keys)[i], nullptr))
+    MEASURE("ky_router_utils_validate_mc_route_counter_bind_get, IPv4", KEY(ipv4));
+    MEASURE("ky_router_utils_validate_mc_route_counter_bind_get, IPv6", KEY(ipv6));
+#define ROUTE(keys) keep(ky_router_utils_validate_mc_route_set( \
+        KY_ACCESS_CMD_ADD, 0, &(keys)[i], &ATTRIBUTES, &DATA))
+    MEASURE("ky_router_utils_validate_mc_route_set, IPv4", ROUTE(ipv4));
+    MEASURE("ky_router_utils_validate_mc_route_set, IPv6", ROUTE(ipv6));
+}
+
+void measure_events()
+{
+    constexpr adviser_event_t EVENT = ADVISER_EVENT_PORT_ADDED;
+    size_t sum = 0;
+    adviser_init();
+    adviser_register_event(KY_ACCESS_CMD_ADD, EVENT, callbacks[0]);
+    MEASURE("adviser_process_event, 1 callback", keep(adviser_process_event(EVENT, &sum)));
+    for (size_t i = 1; i < 8; i++) {
+        adviser_register_event(KY_ACCESS_CMD_ADD, EVENT, callbacks[i]);
+    }
+    MEASURE("adviser_process_event, 8 callbacks", keep(adviser_process_event(EVENT, &sum)));
+    MEASURE("adviser_register_event, add and delete",
+            keep(adviser_register_event(KY_ACCESS_CMD_ADD, EVENT, callbacks[8]));
+            keep(adviser_register_event(KY_ACCESS_CMD_DELETE, EVENT, callbacks[8])));
+    adviser_deinit();
+}
+
+void measure_memory_and_pools()
+{
+    void* block = nullptr;
+    MEASURE("utils_memory_get and _put",
+            utils_memory_get(&block, 100, 1);
+            keep(utils_memory_put(block, 1)));
+    cl_qpool_t pool;
+    cl_pool_item_t* item = nullptr;
+    utils_qpool_init(&pool, 16, 16, 0, 64, "BENCH");
+    MEASURE("utils_qpool_get and cl_qpool_put",
+            keep(utils_qpool_get(&item, &pool));
+            cl_qpool_put(&pool, item));
+    cl_qpool_destroy(&pool);
+}
+
+/* Each look-up is of any key: what a branch learns of one says nothing of the next. */
+void measure_maps()
+{
+    const auto keys = random_keys(10000);
+    const auto few = values_below(255, 6002);
+    const auto any = values_below(10000, 6002);
+    std::vector<cl_map_item_t> items(keys.size());
+    cl_map_item_t* item = nullptr;
+    cl_qmap_t map;
+    cl_qmap_init(&map);
+    size_t filed = 0;
+    const auto file_up_to = [&](size_t count) {
+        for (; filed < count; filed++) {
+            utils_db_qmap_item_ins(keys[filed], &map, &items[filed]);
+        }
+    };
+    size_t next = 0;
+    file_up_to(255);
+    MEASURE("utils_qmap_get, 255 keys", keep(utils_qmap_get(&map, keys[few[next++ % 6002]], &item)));
+    file_up_to(10000);
+    MEASURE("utils_qmap_get, 10,000 keys",
+            keep(utils_qmap_get(&map, keys[any[next++ % 6002]], &item)));
+}
+// clang-format on
+
+} // namespace
+
+int main()
+{
+    uint32_t level = 0;
+    utils_log_verbosity_level_set(level);
+    adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level);
+    measure_checks();
+    measure_routes();
+    measure_events();
+    measure_memory_and_pools();
+    measure_maps();
+#if defined(__x86_64__) && !defined(__clang__)
+    printf("GCC %d on x86-64\n", __GNUC__);
+#else
+    puts("another compiler or processor");
+#endif
+    return 0;
+}
