@@ -120,9 +120,8 @@ advisor_t* advisor_of(cl_map_item_t* item)
  * Callbacks run in the middle of a walk, and may change the registry as they like. A walk therefore
  * holds nothing but the advisor to come, all walks under way are known, and an advisor that leaves
  * is taken out of their way first. So a walk never looks at a record that is not in its map. */
-class Walk {
-  public:
-    explicit Walk(const cl_qmap_t* map) : next(cl_qmap_head(map)), outer_(innermost)
+struct Walk {
+    explicit Walk(const cl_qmap_t* map) : next(cl_qmap_head(map)), outer(innermost)
     {
         innermost = this;
     }
@@ -130,7 +129,7 @@ class Walk {
     Walk& operator=(const Walk&) = delete;
     ~Walk()
     {
-        innermost = outer_;
+        innermost = outer;
     }
 
     /* The callback of the next advisor. Its successor is taken first. */
@@ -144,19 +143,16 @@ class Walk {
     /* To be called before an advisor leaves its map. */
     static void step_over(const cl_map_item_t* leaving)
     {
-        for (Walk* walk = innermost; walk != nullptr; walk = walk->outer_) {
+        for (Walk* walk = innermost; walk != nullptr; walk = walk->outer) {
             if (walk->next == leaving) {
                 walk->next = cl_qmap_next(leaving);
             }
         }
     }
 
-    cl_map_item_t* next; // the end item behind the last advisor
-
-  private:
-    static Walk* innermost; // on the stack, which is why callbacks must return
-
-    Walk* outer_;
+    cl_map_item_t* next;    // the end item behind the last advisor
+    Walk* outer;            // on the stack, which is why callbacks must return
+    static Walk* innermost; // under way
 };
 
 constinit Walk* Walk::innermost = nullptr;

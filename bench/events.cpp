@@ -2,7 +2,6 @@
 #include "floor.h"
 #include "ways.h"
 
-#include <memory>
 #include <sigc++/sigc++.h>
 
 namespace {

@@ -21,12 +21,19 @@ constexpr auto names = [] {
 
 constexpr std::array<uint8_t, 16> bits = {1, 2, 4, 8, 32, 0, 0, 0, 16};
 
-uint32_t setting;
+[[gnu::used]] uint32_t setting;
 
 [[gnu::cold, gnu::noinline]] ky_status_t fail(ky_status_t status)
 {
     ky_log(1, "FLOOR", "%u\n", status);
     return status;
+}
+
+[[gnu::cold, gnu::noinline]] ky_status_t set_with_traces(uint32_t value)
+{
+    ky_log(31, "FLOOR", "entered\n");
+    KY_STORE(setting, value);
+    return fail(KY_STATUS_SUCCESS);
 }
 
 bool is_traced()
@@ -120,7 +127,7 @@ const char* floor_name(uint32_t value)
 ky_status_t floor_traced(uint32_t value)
 {
     if (is_traced()) {
-        fail(KY_STATUS_SUCCESS);
+        return set_with_traces(value);
     }
     KY_STORE(setting, value);
     return is_traced() ? fail(KY_STATUS_SUCCESS) : KY_STATUS_SUCCESS;
@@ -180,11 +187,6 @@ void floor_memory_put(void* block, uint32_t mem_type)
     memcpy(&size, start, sizeof size);
     add(mem_type, -uint64_t{size});
     cl_free(start);
-}
-
-cl_map_item_t* floor_map_get(const cl_qmap_t* map, uint64_t key)
-{
-    return cl_qmap_get(map, key);
 }
 
 cl_pool_item_t* floor_pool_get(cl_qpool_t* pool)

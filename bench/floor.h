@@ -29,8 +29,7 @@ KY_EXPORT int floor_route(
 KY_EXPORT void* floor_memory_get(uint32_t size, uint32_t mem_type);
 KY_EXPORT void floor_memory_put(void* block, uint32_t mem_type);
 
-/* The component library's own look-up and pool, without a status. */
-KY_EXPORT cl_map_item_t* floor_map_get(const cl_qmap_t* map, uint64_t key);
+/* The component library's own pool, without a status. */
 KY_EXPORT cl_pool_item_t* floor_pool_get(cl_qpool_t* pool);
 
 /* Calls the advisors of a map, each one's successor taken first, until one fails: for callbacks that

@@ -12,7 +12,7 @@
 
 namespace {
 
-uint32_t verbosity = KY_LOG_LEVEL_DEFAULT;
+[[gnu::used]] uint32_t verbosity = KY_LOG_LEVEL_DEFAULT;
 
 /* An answer that is looked at, so that the call stays. */
 template <typename Value> void keep(Value value)

@@ -5,7 +5,7 @@
 #include <glog/logging.h>
 #define STATEMENT(text) VLOG(1) << text " " << a << " of " << b << " is up"
 #elif defined(WAY_IS_FLOOR) // a load, a comparison and a branch each
-static uint32_t verbosity = 3;
+[[gnu::used]] static uint32_t verbosity = 3;
 [[gnu::cold, gnu::noinline]] static void say(const char* text, uint32_t a, uint32_t b)
 {
     ky_log(31, "FLOOR", "%s %u of %u is up\n", text, a, b);
@@ -14,7 +14,7 @@ static uint32_t verbosity = 3;
 #else
 #define KY_LOG_MODULE "MODULE"
 #define KY_LOG_VERBOSITY verbosity
-static uint32_t verbosity = KY_LOG_LEVEL_DEFAULT;
+[[gnu::used]] static uint32_t verbosity = KY_LOG_LEVEL_DEFAULT;
 #define STATEMENT(text) KY_LOG_DEBUG(text " %u of %u is up\n", a, b)
 #endif
 

@@ -158,6 +158,7 @@ TEST_F(AdviserTest, Commands)
     });
     // clang-format on
     for (const uintptr_t bit : {uintptr_t{1}, ~(UINTPTR_MAX >> 1)}) { // an address counts in full
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): it is never called
         const auto other = reinterpret_cast<adviser_cb_t>(reinterpret_cast<uintptr_t>(a) ^ bit);
         EXPECT_EQ(adviser_register_event(DELETE, event_of(1), other), MISSING);
     }
@@ -186,18 +187,16 @@ TEST_F(AdviserTest, EventsAndTheirRange)
 {
     for (const uint32_t event : edges(1, ADVISER_EVENT_MAX)) {
         const bool is_event = event >= 1 && event <= ADVISER_EVENT_MAX;
-        const std::string name = event == 1 ? "PORT-ADDED" : "POST_ECMP_UPDATE";
+        const char* const name = event == 1 ? "PORT-ADDED" : "POST_ECMP_UPDATE";
         const Said found =
-            is_event
-                ? in_lookup()
-                : in_lookup(error(
-                      "Unsupported event (" + std::to_string(static_cast<int>(event)) + ").\n"));
-        const auto said = [&](const std::string& verb) {
-            return is_event ? debug("Advisor " + verb + " '" + name + "' adviser.\n") : Said{};
+            is_event ? in_lookup()
+                     : in_lookup(error(text("Unsupported event (%d).\n", static_cast<int>(event))));
+        const auto said = [&](const char* verb) {
+            return is_event ? debug(text("Advisor %s '%s' adviser.\n", verb, name)) : Said{};
         };
-        const auto closed = [&](const std::string& verb) {
-            const std::string why = "' (Database Wasn't Initialized).\n";
-            return is_event ? error("Can't " + verb + " event '" + name + why) : Said{};
+        const auto closed = [&](const char* verb) {
+            const char* const why = "Database Wasn't Initialized";
+            return is_event ? error(text("Can't %s event '%s' (%s).\n", verb, name, why)) : Said{};
         };
         const auto add_it = [&] { is_event ? add(event, 9) : GOOD; };
         const auto remove_it = [&] { is_event ? remove(event, 9) : GOOD; };

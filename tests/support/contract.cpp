@@ -75,7 +75,7 @@ class EveryFunctionHasARow : public testing::Environment {
         const std::string filter = GTEST_FLAG_GET(filter);
         std::ifstream map(EXPORTS);
         EXPECT_TRUE(map.is_open()) << EXPORTS;
-        for (std::string line; std::getline(map, line) && (filter[0] == '*' || filter[0] == '-');) {
+        for (std::string line; std::getline(map, line) && (filter == "*" || filter[0] == '-');) {
             const bool is_name = line.starts_with("    ") && line.ends_with(";");
             const std::string name = is_name ? line.substr(4, line.size() - 5) : "*";
             EXPECT_EQ(have_rows.count(name), 1U) << "no row calls the exported " << name;
@@ -287,9 +287,10 @@ Said passing(
     });
     for (Statement& statement : said) {
         statement.is_trace = false;
-        statement.module = statement.mask >= KY_LOG_MASK_DEBUG ? module + " " + source
-                           : statement.mask != 0               ? module
-                                                               : "";
+        statement.module = statement.mask >= KY_LOG_MASK_DEBUG
+                               ? text("%s %s", module.c_str(), source.c_str())
+                           : statement.mask != 0 ? module
+                                                 : "";
     }
     return said;
 }

@@ -1,7 +1,7 @@
 /* What holds for every function, checked at every call.
  *
  * A test is a row: a call, what it returns, what it says and what it hands out. `expect` makes the
- * call at several verbosities, with traces off and on, and demands each time: the same status; the
+ * call at five verbosities, with traces off and on, and demands each time: the same status; the
  * records that pass, in their order, with the traces that the function's class asks for, and no
  * others; out parameters written only where the row says so; no lock held during a record, an
  * allocation or at return. Afterwards the state is what it was before. */
@@ -92,8 +92,8 @@ class AnyOut {
 
 template <typename T> class Out : public AnyOut {
   public:
-    Out() : AnyOut(sizeof(T)) {}
-    T* operator&() // so that a row reads as a call does
+    Out() : AnyOut(sizeof(T)) {} // NOLINT(bugprone-sizeof-expression): any T
+    T* operator&()               // so that a row reads as a call does
     {
         return reinterpret_cast<T*>(&bytes_[GUARD]);
     }
@@ -103,7 +103,7 @@ template <typename T> class Out : public AnyOut {
     }
     Written is(const T& value) const
     {
-        return {this, {reinterpret_cast<const char*>(&value), sizeof value}};
+        return {this, {reinterpret_cast<const char*>(&value), sizeof value}}; // NOLINT: any T
     }
     Written is_written() const
     {

@@ -1,4 +1,3 @@
-/* What tests of every kind use. */
 #ifndef TOOLS_H
 #define TOOLS_H
 

@@ -6,8 +6,6 @@
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
 
-static_assert(KY_LOG_LEVEL_DEFAULT == 3);
-
 TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
 {
     KY_STORE(g_ky_log_module_func_enable, 1);

@@ -109,10 +109,11 @@ TEST_F(NamesTest, ValuesAboveTheBoundYieldTheDefault)
 
 TEST_F(NamesTest, EveryStatusAndCommandHasOne)
 {
+    const std::set<std::string> nameless = {"", "Unknown"};
 #define STATUS(constant, value) \
-    EXPECT_STRNE(ky_status_str(KY_STATUS_##constant), "") << "KY_STATUS_" #constant;
+    EXPECT_EQ(nameless.count(ky_status_str(KY_STATUS_##constant)), 0U) << "KY_STATUS_" #constant;
 #define COMMAND(constant, value) \
-    EXPECT_STRNE(ky_access_cmd_str(KY_ACCESS_CMD_##constant), "") << "KY_ACCESS_CMD_" #constant;
+    EXPECT_EQ(nameless.count(ky_access_cmd_str(KY_ACCESS_CMD_##constant)), 0U) << #constant;
 #include "../../abi/constants.inc"
 }
 
