@@ -7,7 +7,6 @@
 #include <complib/cl_qmap.h>
 #include <complib/cl_qpool.h>
 #include <cstddef>
-#include <iterator>
 
 #define KY_LOG_MODULE "ADVISER"
 #define KY_LOG_VERBOSITY adviser_verbosity_level
@@ -100,8 +99,7 @@ constexpr uint32_t POOL_COUNT_MAX = 255;
 constexpr uint32_t POOL_COUNT_GROW = 16;
 
 constinit cl_qpool_t adviser_pool = {};
-constinit cl_qmap_t adviser_event_map[ADVISER_EVENT_MAX + 1] =
-    {}; // by event; 0 and the fail event have none
+constinit cl_qmap_t adviser_event_map[ADVISER_EVENT_MAX + 1] = {}; // 0 and the fail event have none
 constinit uint32_t adviser_initialized = 0;
 
 uint64_t key_of(adviser_cb_t callback)

@@ -52,11 +52,14 @@ def measure(program):
 def verdict(found, expected):
     """What is wrong, or worth a word; and whether it is wrong."""
     instructions, mispredictions = (a - b for a, b in zip(found, expected))
-    if mispredictions > (SIGN if instructions < -MARGIN else MARGIN):
-        return ("more branches mispredicted, "
-                + ("for fewer instructions: a conditional move has become a branch? Look at the "
-                   "loops" if instructions < 0 else "look at the branches that depend on data")), True
-    if instructions > (SIGN if mispredictions < -MARGIN else MARGIN):
+    if instructions < -MARGIN and mispredictions > SIGN:
+        return ("more branches mispredicted, for fewer instructions: a conditional move has become "
+                "a branch? Look at the loops"), True
+    if mispredictions < -MARGIN and instructions > SIGN:
+        return "more instructions, for fewer mispredicted branches: is it faster? Time it", True
+    if mispredictions > MARGIN:
+        return "more branches mispredicted: look at the branches that depend on data", True
+    if instructions > MARGIN:
         return "more instructions: look at the path of a call that has nothing to say", True
     if min(instructions, mispredictions) < -MARGIN:
         return "less than in the table: update it to keep it so", False

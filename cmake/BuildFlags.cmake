@@ -59,7 +59,7 @@ if(NOT KRIOLILGLU_START_FILES)
   link_with(kriolilglu_library_flags -nostartfiles)
 endif()
 
-# The tables of names are pointers, which the loader relocates: packed, that takes 250 bytes of the
+# The tables of names are pointers, which the loader relocates: packed, that takes 256 bytes of the
 # file instead of 38,000. Linkers and loaders older than Debian 12's do not know the form.
 option(KRIOLILGLU_PACK_RELOCATIONS
   "Pack relative relocations, if this machine's loader takes them" ON)

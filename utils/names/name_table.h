@@ -1,4 +1,4 @@
-/* The table behind an enum-name function, built and checked when it is compiled. */
+/* A table of names for the values of an enumeration, built and checked when it is compiled. */
 #ifndef NAME_TABLE_H
 #define NAME_TABLE_H
 
