@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Times each way to do an operation, and writes what was found.
+"""Times every implementation of each operation and reports the results.
 
-    report.py run PROGRAM RESULTS [--quick]   times all of them, and prints a table
-    report.py page RESULTS PAGE               puts table and pictures of RESULTS into PAGE's folder
+    report.py run PROGRAM RESULTS [--quick]   times all of them and prints a table
+    report.py page RESULTS PAGE               writes the table into PAGE, and the charts beside it
 
-Each operation is timed in several processes, one after the other with those of the other operations,
-on one processor unless threads are what is measured. What counts is the median of the processes, and
-the median of the ratios within each: the machine may be shared.
+Each operation is timed in several processes, interleaved with the other operations and pinned to one
+CPU, except where threads are measured. Reported are the median over the processes and the median of
+the ratios within each, because the machine may be shared.
 """
 import json
 import os
@@ -18,25 +18,25 @@ import subprocess
 import sys
 
 MARKS = "<!-- table: begin -->", "<!-- table: end -->"
-ROWS = [  # of the page: title, operation, argument, the strongest rival
+ROWS = [  # of the page: title, operation, argument, strongest alternative
     ("name of a value", "name", "", "strerrordesc_np"),
     ("eight suppressed log statements", "eight suppressed statements", "", "glog"),
     ("traced setter, traces off", "traced setter", "", ""),
-    ("argument check that passes", "argument check", "", "Boost.Outcome"),
-    ("port type that passes", "port type", "", "switch"),
-    ("multicast key that passes, IPv4", "multicast key IPv4", "", ""),
+    ("argument check, passing", "argument check", "", "Boost.Outcome"),
+    ("port type, accepted", "port type", "", "switch"),
+    ("multicast key, passing, IPv4", "multicast key IPv4", "", ""),
     ("the same, IPv6", "multicast key IPv6", "", ""),
-    ("multicast route that passes, IPv4", "multicast route IPv4", "", ""),
+    ("multicast route, passing, IPv4", "multicast route IPv4", "", ""),
     ("the same, IPv6", "multicast route IPv6", "", ""),
-    ("memory, taken and given back", "memory", "", "talloc"),
-    ("the same, in a process of one thread", "memory, alone", "", "talloc"),
-    ("map of 255 keys, look-up", "map find", "255", "Boost.Intrusive"),
-    ("the same, a record out and in", "map erase and insert", "255", "Boost.Intrusive"),
-    ("pool, an object taken and given back", "pool get and put", "", "boost::pool"),
+    ("memory, get and put", "memory", "", "talloc"),
+    ("the same, single-threaded process", "memory, alone", "", "talloc"),
+    ("map of 255 keys, lookup", "map find", "255", "Boost.Intrusive"),
+    ("the same, remove and insert", "map erase and insert", "255", "Boost.Intrusive"),
+    ("pool, get and put", "pool get and put", "", "boost::pool"),
     ("event with 1 callback", "event", "1", "libsigc++"),
     ("event with 8 callbacks", "event", "8", "libsigc++"),
 ]
-PICTURES = [  # file, operation, what grows, nanoseconds for what
+PICTURES = [  # file, operation, x axis, what the y axis counts nanoseconds for
     ("find", "map find", "keys", "a look-up"),
     ("event", "event", "callbacks", "an event"),
     ("memory", "memory by threads", "threads", "a block, of all threads together"),
@@ -51,7 +51,7 @@ def processor():
 
 
 def run_once(program, operation, seconds):
-    """Maps each way to do an operation, with its argument, to nanoseconds."""
+    """Maps each implementation of an operation, with its argument, to nanoseconds."""
     def on_one_processor():
         if "threads" not in operation:
             os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
@@ -76,7 +76,7 @@ def run(program, results, *options):
                 times[operation].setdefault(way, []).append(time)
     version = subprocess.run(["g++", "--version"], stdout=subprocess.PIPE, text=True).stdout
     found = {"processor": processor(), "compiler": version.splitlines()[0], "times": times}
-    if not quick:  # a page is made of many long runs
+    if not quick:  # the page needs many long runs
         pathlib.Path(results).write_text(json.dumps(found, indent=1))
     print("| operation | way | ns | library / this |\n|---|---|---:|---:|")
     for operation, ways in times.items():
@@ -86,18 +86,18 @@ def run(program, results, *options):
 
 
 def ratio(ways, way):
-    """The library's time by that of another way, with the same argument."""
+    """The library's time divided by another implementation's, with the same argument."""
     library = ways["/".join(["library", *way.split("/")[1:]])]
     return statistics.median(a / b for a, b in zip(library, ways[way]))
 
 
 def table(found):
-    yield "| operation | ns | of its floor | of the strongest rival |\n|---|---:|---:|---|\n"
+    yield "| operation | ns | ratio to floor | ratio to strongest alternative |\n|---|---:|---:|---|\n"
     for title, operation, argument, rival in ROWS:
         ways = found["times"][operation]
         library, floor, other = (f"{way}/{argument}".rstrip("/")
                                  for way in ("library", "floor", rival))
-        beside = f"{ratio(ways, other):.1f} of {rival}" if rival else ""
+        beside = f"{ratio(ways, other):.1f} ({rival})" if rival else ""
         yield (f"| {title} | {statistics.median(ways[library]):.1f} "
                f"| {ratio(ways, floor):.1f} | {beside} |\n")
 
