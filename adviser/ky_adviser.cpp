@@ -11,7 +11,7 @@
 #define KY_LOG_MODULE "ADVISER"
 #define KY_LOG_VERBOSITY adviser_verbosity_level
 
-/* A failure whose message ends with the name of its status. */
+/* Fails with a message that ends with the name of the status. */
 #define FAIL_BY_NAME(status, ...) KY_FAIL(status, __VA_ARGS__, ky_status_str(status))
 
 namespace {
@@ -85,7 +85,7 @@ const char* event_name(adviser_event_t event)
 
 // ---- The registry ----
 
-/* A registration. The pool hands a record out by its start, so the pool's link comes first. */
+/* A registration. The pool item is first: a pool returns the start of an object as its item. */
 struct advisor_t {
     cl_pool_item_t pool_item;
     cl_map_item_t map_item;
@@ -99,7 +99,7 @@ constexpr uint32_t POOL_COUNT_MAX = 255;
 constexpr uint32_t POOL_COUNT_GROW = 16;
 
 constinit cl_qpool_t adviser_pool = {};
-constinit cl_qmap_t adviser_event_map[ADVISER_EVENT_MAX + 1] = {}; // 0 and the fail event have none
+constinit cl_qmap_t adviser_event_map[ADVISER_EVENT_MAX + 1] = {}; // 0 and the fail event: unused
 constinit uint32_t adviser_initialized = 0;
 
 uint64_t key_of(adviser_cb_t callback)
@@ -113,11 +113,11 @@ advisor_t* advisor_of(cl_map_item_t* item)
         reinterpret_cast<char*>(item) - offsetof(advisor_t, map_item));
 }
 
-/* A walk over the advisors of a map, in ascending order of their addresses.
+/* A walk over the advisors of a map, in ascending order of callback addresses.
  *
- * Callbacks run in the middle of a walk, and may change the registry as they like. A walk therefore
- * holds nothing but the advisor to come, all walks under way are known, and an advisor that leaves
- * is taken out of their way first. So a walk never looks at a record that is not in its map. */
+ * A callback may change the registry during a walk. A walk therefore holds only the next advisor,
+ * active walks form a list, and removing an advisor first advances each walk that holds it.
+ * Invariant: a walk never reads a record that is not in its map. */
 struct Walk {
     explicit Walk(const cl_qmap_t* map) : next(cl_qmap_head(map)), outer(innermost)
     {
@@ -130,7 +130,7 @@ struct Walk {
         innermost = outer;
     }
 
-    /* The callback of the next advisor. Its successor is taken first. */
+    /* Returns the next callback, and advances to the successor before it is called. */
     adviser_cb_t take()
     {
         cl_map_item_t* item = next;
@@ -138,7 +138,7 @@ struct Walk {
         return advisor_of(item)->callback;
     }
 
-    /* To be called before an advisor leaves its map. */
+    /* Call it before removing an advisor from its map. */
     static void step_over(const cl_map_item_t* leaving)
     {
         for (Walk* walk = innermost; walk != nullptr; walk = walk->outer) {
@@ -148,14 +148,14 @@ struct Walk {
         }
     }
 
-    cl_map_item_t* next;    // the end item behind the last advisor
-    Walk* outer;            // on the stack, which is why callbacks must return
-    static Walk* innermost; // under way
+    cl_map_item_t* next;    // the end item after the last advisor
+    Walk* outer;            // walks are on the stack: callbacks must return
+    static Walk* innermost; // of the active walks
 };
 
 constinit Walk* Walk::innermost = nullptr;
 
-/* The one way out of the registry. */
+/* Removes an advisor; no other function does. */
 void drop(cl_qmap_t* map, advisor_t* advisor)
 {
     Walk::step_over(&advisor->map_item);
@@ -179,7 +179,7 @@ bool __is_event_pre_fail_event(adviser_event_t event)
     return event == FAIL_EVENT;
 }
 
-/* Whether a refusal asks for a fail event; that of DEVICE-DELETED is missing. */
+/* Whether a failure requires a fail event; that of DEVICE-DELETED does not exist. */
 bool __is_event_pre_event(adviser_event_t event)
 {
     KY_TRACE_FUNCTION();
@@ -266,7 +266,7 @@ ky_status_t __adviser_event_map_delete_all(adviser_event_t event)
 
     cl_qmap_t* map = nullptr;
     if (const ky_status_t status = __adviser_event_map_get(event, &map);
-        status != KY_STATUS_SUCCESS) { // not reached: called for events that have a map
+        status != KY_STATUS_SUCCESS) { // not reached: callers pass valid events
         return status;
     }
     while (cl_qmap_head(map) != cl_qmap_end(map)) {
@@ -312,7 +312,7 @@ ky_status_t adviser_deinit(void)
     for (uint32_t i = EVENT_MIN; i <= ADVISER_EVENT_MAX; i++) {
         const auto event = static_cast<adviser_event_t>(i);
         const ky_status_t status = __adviser_event_map_delete_all(event);
-        if (status != KY_STATUS_SUCCESS) { // not reached: every one of these events has a map
+        if (status != KY_STATUS_SUCCESS) { // not reached: all these events are valid
             KY_LOG_ERROR(
                 "Can't delete '%s' adviser (%s).\n", event_name(event), ky_status_str(status));
         }
@@ -353,7 +353,7 @@ ky_status_t adviser_process_event(adviser_event_t event, void* event_data)
             KY_STATUS_DB_NOT_INITIALIZED, "Can't process event '%s' (%s).\n", event_name(event));
     }
 
-    // An advisor is known by its callback: its record may be gone when the callback returns.
+    // Remember the callback, not the record, which may be freed when the callback returns.
     adviser_cb_t called = nullptr;
     const cl_map_item_t* const end = cl_qmap_end(map);
     {

@@ -12,7 +12,7 @@ namespace {
 
 constinit uint32_t port_type_validate_verbosity_level = KY_LOG_LEVEL_DEFAULT;
 
-/* The types of port as a row lists them. Their bits do not follow the values of the types. */
+/* The port types of a row. Their bits are not in the order of the type values. */
 enum : uint8_t {
     none = 0,
     network = 1 << 0,
@@ -23,10 +23,10 @@ enum : uint8_t {
     cpu = 1 << 5,
 };
 
-/* The bit of each type that bits 31 to 28 of a logical port can name. */
+/* The bit of each port type; bits 31 to 28 of a logical port are the index. */
 constexpr uint8_t bit_of_port_type[16] = {network, lag, vport, vlag, cpu, none, none, none, nve};
 
-bool is_enum_id(uint32_t enum_id) // of a row between the two sentinels
+bool is_enum_id(uint32_t enum_id) // of a row other than the two sentinels
 {
     return enum_id >= 1 && enum_id <= PORT_TYPE_VALIDATION_ROWS - 2;
 }
@@ -37,7 +37,7 @@ bool is_accepted(uint32_t enum_id, uint32_t log_port)
                                    bit_of_port_type[log_port >> 28]) != 0;
 }
 
-/* The check with its traces and messages, which name the exported function. */
+/* The check with its traces and messages; log records name the exported function. */
 [[gnu::cold, gnu::noinline]] uint32_t
 check_and_tell(const char* function, uint32_t enum_id, uint32_t log_port)
 {
@@ -71,7 +71,7 @@ check_and_tell(const char* function, uint32_t enum_id, uint32_t log_port)
 
 uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port)
 {
-    // A port that passes without traces is answered at once, without a frame.
+    // Hot path: an accepted port, traces off; needs no stack frame.
     if (!KY_TRACE_WANTED() && is_accepted(enum_id, log_port)) {
         return 1;
     }
@@ -85,9 +85,9 @@ ky_status_t port_type_validate_log_verbosity_level_set(uint32_t level)
     return KY_STATUS_SUCCESS;
 }
 
-/* The dictionary: an API function and the types of port that it accepts; a row's number is the
- * function's enum id. It has a name of its own here, and so a bound of its own: a row that is missing
- * under the bound that the header states would be filled up with zeros. */
+/* The dictionary: each API function and the port types that it accepts; a row's index is the
+ * function's enum id. The definition has a name of its own, so that its bound is the number of
+ * rows: with the declared bound a missing row would be zero-filled. */
 KY_EXPORT extern constinit port_type_validation_entry_t
     rows[] __asm__("port_type_validation_table");
 // clang-format off

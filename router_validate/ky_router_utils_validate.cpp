@@ -30,11 +30,11 @@ constexpr ky_router_action_t ROUTER_ACTION_MAX = 4;
 
 // ---- Addresses and masks ----
 
-/* A call that passes runs no other function: with calls in between, its checks cost half as much
- * again. */
+/* For the hot path, which calls no function: with calls, a validation that succeeds would take half
+ * as long again. */
 #define ALWAYS_INLINE __attribute__((always_inline)) inline
 
-/* The first or the second half of an IPv6 address or mask, its two words in the order of memory. */
+/* The first or second half of an IPv6 address or mask, its two words in memory order. */
 ALWAYS_INLINE uint64_t half(const uint32_t (&words)[4], size_t which)
 {
     uint64_t two = 0;
@@ -42,8 +42,8 @@ ALWAYS_INLINE uint64_t half(const uint32_t (&words)[4], size_t which)
     return two;
 }
 
-/* A mask is contiguous if its set bits are one run from the most significant bit on: one added to
- * the bits that are clear then carries through all of them. */
+/* Whether a mask's set bits are one run from the most significant bit on. Its complement plus one
+ * then has no bit in common with the complement. */
 ALWAYS_INLINE bool is_contiguous(uint32_t mask)
 {
     return ((~mask + 1) & ~mask) == 0;
@@ -51,7 +51,7 @@ ALWAYS_INLINE bool is_contiguous(uint32_t mask)
 
 ALWAYS_INLINE bool is_contiguous(const uint32_t (&mask)[4])
 {
-    // Of the two words in a half the first one is the lower one on a little-endian CPU.
+    // On a little-endian CPU the first word of a half is its low word.
     constexpr int TO_NUMBER = std::endian::native == std::endian::little ? 32 : 0;
     const uint64_t high = std::rotl(~half(mask, 0), TO_NUMBER);
     const uint64_t low = std::rotl(~half(mask, 1), TO_NUMBER);
@@ -60,7 +60,7 @@ ALWAYS_INLINE bool is_contiguous(const uint32_t (&mask)[4])
     return ((high_sum & high) | (low_sum & low)) == 0;
 }
 
-/* Whether an address has no bits outside its mask. */
+/* Whether an address has no bit outside its mask. */
 ALWAYS_INLINE bool is_covered(const ky_ipv4_prefix_t& ipv4)
 {
     return (ipv4.addr & ~ipv4.mask) == 0;
@@ -72,7 +72,7 @@ ALWAYS_INLINE bool is_covered(const ky_ipv6_prefix_t& ipv6)
     return ((half(addr, 0) & ~half(mask, 0)) | (half(addr, 1) & ~half(mask, 1))) == 0;
 }
 
-/* Whether a group stands for any: neither its address nor its mask has a bit. */
+/* Whether a prefix is "any group": address and mask are zero. */
 ALWAYS_INLINE bool is_any(const ky_ipv4_prefix_t& ipv4)
 {
     return (ipv4.addr | ipv4.mask) == 0;
@@ -84,8 +84,8 @@ ALWAYS_INLINE bool is_any(const ky_ipv6_prefix_t& ipv6)
     return (half(addr, 0) | half(addr, 1) | half(mask, 0) | half(mask, 1)) == 0;
 }
 
-/* Whether a group is in the multicast range, or is the broadcast address, which the rule of masks
- * refuses. */
+/* Whether a group is in the multicast range. The broadcast address passes; the check of the mask
+ * rejects it. */
 ALWAYS_INLINE bool passes_range(const ky_ipv4_prefix_t& ipv4)
 {
     return ipv4.addr >> 28 == IPV4_MC_RANGE || ipv4.addr == 0xFFFFFFFF;
@@ -96,8 +96,8 @@ ALWAYS_INLINE bool passes_range(const ky_ipv6_prefix_t& ipv6)
     return ipv6.addr[0] >> 24 == IPV6_MC_RANGE;
 }
 
-/* The mask of a multicast prefix covers the multicast range; it need not be contiguous. IPv6 addresses
- * of that range have all its bits, and so has a mask that covers them. */
+/* The mask of a multicast prefix must cover the address and the multicast range; it need not be
+ * contiguous. A mask that covers an IPv6 multicast address covers the range. */
 ALWAYS_INLINE int __is_ipv4_mc_prefix_valid(const ky_ip_prefix_t* prefix)
 {
     return prefix != nullptr && prefix->prefix.ipv4.addr >> 28 == IPV4_MC_RANGE &&
@@ -118,7 +118,7 @@ ALWAYS_INLINE int __is_mc_prefix_valid(const ky_ip_prefix_t* prefix)
                                                 : 0;
 }
 
-/* Applies a test to a prefix in the form that its version asks for: IPv6, unless it is IPv4. */
+/* Applies a test to a prefix as IPv4 if that is its version, else as IPv6. */
 template <typename Test> ALWAYS_INLINE bool judged_by(Test test, const ky_ip_prefix_t* prefix)
 {
     return prefix->version == IP_VERSION_IPV4 ? test(prefix->prefix.ipv4)
@@ -130,11 +130,11 @@ constexpr auto IS_PREFIX = [](const auto& prefix) {
 };
 constexpr auto PASSES_RANGE = [](const auto& prefix) { return passes_range(prefix); };
 
-// ---- Their texts ----
+// ---- Addresses and masks as text ----
 
 using PrefixText = char[50];
 
-/* The text of an address or of a mask: of whichever words the caller picks. */
+/* Converts the words of an address or of a mask to text. */
 const char* words_to_str(
     ky_ip_version_t version, uint32_t ipv4_word, const uint32_t (&ipv6_words)[4], PrefixText& text)
 {
@@ -170,8 +170,8 @@ const char* __prefix_mask_to_str(const ky_ip_prefix_t* prefix, PrefixText& text)
 
 // ---- Checks that several functions share ----
 
-/* The rules of a key and of a filter are compiled twice: quietly, for the answer alone, and aloud, for
- * what there is to say when one is broken. So what passes makes room for no text. */
+/* The rules of a key and of a filter are compiled twice: without messages for the hot path, which
+ * then needs no text buffers, and with them (ALOUD) for the cold path after a failure. */
 #define BROKEN(aloud, function, status, ...) \
     ((aloud) ? KY_LOG_IN(function, KY_LOG_MASK_ERROR, __VA_ARGS__) : (void)0, (status))
 
@@ -230,7 +230,7 @@ ALWAYS_INLINE ky_status_t __validate_mc_key_ranges(
     return KY_STATUS_SUCCESS;
 }
 
-/* The ranges of a key make sense only if its versions do. */
+/* Ranges are checked only after the IP versions are valid. */
 template <bool ALOUD>
 ALWAYS_INLINE ky_status_t judge_mc_key(const ky_mc_route_key_t* mc_route_key_p)
 {
@@ -257,7 +257,7 @@ ALWAYS_INLINE ky_status_t validate_mc_key(const ky_mc_route_key_t* mc_route_key_
     return status == KY_STATUS_SUCCESS ? status : refuse_mc_key(mc_route_key_p);
 }
 
-/* The rules of a filter, whose messages name the function that is given it. */
+/* The rules of a filter; messages name the exported function. */
 template <bool ALOUD>
 ALWAYS_INLINE ky_status_t
 judge_filter(const char* function, const ky_mc_route_get_filter_t* filter_p)
@@ -285,7 +285,7 @@ judge_filter(const char* function, const ky_mc_route_get_filter_t* filter_p)
             ALOUD, function, KY_STATUS_PARAM_ERROR, "Given filter MC IP version %d is invalid\n",
             group->version);
     }
-    if (has_group && !judged_by(PASSES_RANGE, group)) { // "any" is not exempt here
+    if (has_group && !judged_by(PASSES_RANGE, group)) { // "any group" is not exempt here
         return BROKEN(
             ALOUD, function, KY_STATUS_PARAM_EXCEEDS_RANGE,
             "Given filter MC address %s is not in the valid MC address range\n",
@@ -357,7 +357,7 @@ ky_status_t ky_router_utils_validate_mc_route_set(
             return status;
         }
     }
-    // Every other command is judged by its key alone.
+    // For every other command the key alone is checked.
     if (cmd != KY_ACCESS_CMD_ADD && cmd != KY_ACCESS_CMD_EDIT) {
         return KY_STATUS_SUCCESS;
     }

@@ -21,7 +21,7 @@ constexpr uint32_t MEM_TYPE_MIN = 1;
 constexpr uint32_t MEM_TYPE_MAX = 17;
 constexpr uint32_t MEM_TYPE_ALL = 0;
 
-/* In place, so that the loader has nothing to do; the longest and its end. */
+/* Arrays, not pointers, so that they need no relocation; 15 is the longest name with its null. */
 constexpr char utils_mem_type_name[][15] = {
     "ALL",    "COS",       "TOPO", "PORT",    "MSTP",           "FDB",          "VLAN", "LAG",
     "ROUTER", "ACL",       "SPAN", "POLICER", "HOST-INTERFACE", "FLOW-COUNTER", "KVDL", "API",
@@ -29,11 +29,11 @@ constexpr char utils_mem_type_name[][15] = {
 };
 static_assert(std::size(utils_mem_type_name) == MEM_TYPE_MAX + 1);
 
-/* Bytes that callers asked for, by type; the first count is that of all types. */
+/* Bytes requested and not yet freed, by type; element 0 is the total. */
 constinit uint64_t utils_mem_type_count[MEM_TYPE_MAX + 1] = {};
 
-/* An argument of 8 or 16 bits. Callers need not clear the rest of the register that carries it, yet
- * clang trusts them to: it extends only a value that it can't trace back. */
+/* Truncates an 8- or 16-bit argument. A caller may leave garbage in the rest of the register, which
+ * clang assumes to be clear; hiding the value's origin makes it extend the value. */
 template <typename Narrow> uint32_t zero_extended(Narrow value)
 {
     asm("" : "+r"(value));
@@ -45,10 +45,10 @@ bool is_within(int64_t value, uint32_t min, uint32_t max)
     return __builtin_expect(value >= min && value <= max, 1);
 }
 
-/* A failure that is logged and then leaves through the exported exit trace. */
+/* Logs an error and returns through the exported exit trace. */
 #define UTILS_FAIL(status, ...) utils_ky_log_exit(KY_FAIL(status, __VA_ARGS__), __func__)
 
-/* A value that must be within a range; the message prints all three. */
+/* Checks a range; the message prints value, min and max. */
 #define CHECK_RANGE(value, min, max, message) \
     (is_within(value, min, max)               \
          ? KY_STATUS_SUCCESS                  \
@@ -65,10 +65,10 @@ bool is_mem_type(uint32_t mem_type)
     return mem_type >= MEM_TYPE_MIN && mem_type <= MEM_TYPE_MAX;
 }
 
-/* In front of each block stands its size. */
+/* The block's size, stored in front of it. */
 using MemHeader = uint32_t;
 
-/* Memory for a block and its header. */
+/* Allocates a block and its header. */
 void* allocate(uint32_t size)
 {
     size_t bytes = 0;
@@ -78,7 +78,7 @@ void* allocate(uint32_t size)
     return cl_malloc(bytes);
 }
 
-/* The two that change the counts. */
+/* account and unaccount alone change the counts. */
 void account(uint32_t mem_type, uint32_t size)
 {
     cl_spinlock_acquire(&utils_mem_type_count_lock);
@@ -87,8 +87,8 @@ void account(uint32_t mem_type, uint32_t size)
     cl_spinlock_release(&utils_mem_type_count_lock);
 }
 
-/* It compares under the lock too: else two blocks given back under a wrong type at once could take
- * its count below zero. */
+/* Compares under the lock too: otherwise two concurrent puts under a wrong type could take its
+ * count below zero. */
 bool unaccount(uint32_t mem_type, uint32_t size)
 {
     cl_spinlock_acquire(&utils_mem_type_count_lock);
@@ -101,7 +101,7 @@ bool unaccount(uint32_t mem_type, uint32_t size)
     return holds_as_much;
 }
 
-/* Makes a pool, and a map if there is one to make; the records name the exported function. */
+/* Initialises a pool, and a map unless it is null; log records name the exported function. */
 ky_status_t init_db(
     const char* function, cl_qpool_t* pool_p, cl_qmap_t* map_p, uint32_t min_count,
     uint32_t max_count, uint32_t grow_count, uint32_t object_size, const char* db_name)
@@ -121,7 +121,7 @@ ky_status_t init_db(
     return KY_STATUS_SUCCESS;
 }
 
-/* Looks a key up, and hands out its item, or the end item, to whoever wants it. */
+/* Looks up a key; stores its item, or the end item, unless item_pp is null. */
 bool find(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp)
 {
     cl_map_item_t* item = cl_qmap_get(map_p, key);
@@ -287,7 +287,7 @@ ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type)
     if (!is_mem_type(mem_type)) {
         return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
     }
-    if (buffer_pp == nullptr) { // asked here, so that a good pointer costs no call
+    if (buffer_pp == nullptr) { // tested here to spare a valid pointer the call
         utils_check_pointer(buffer_pp, "Buffer pointer");
         return utils_ky_log_exit(KY_STATUS_PARAM_NULL, __func__);
     }
@@ -327,7 +327,7 @@ ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type)
     if (!is_mem_type(mem_type)) {
         return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
     }
-    if (buffer_p == nullptr) { // asked here, as in utils_memory_get
+    if (buffer_p == nullptr) { // tested here, as in utils_memory_get
         utils_check_pointer(buffer_p, "Buffer pointer");
         return utils_ky_log_exit(KY_STATUS_PARAM_NULL, __func__);
     }

@@ -1,4 +1,4 @@
-// Database records: taken from a pool, filed in a map. They log through utils_ky_log_exit alone.
+// Database records: allocated from a pool, indexed by a map. Failures log only the exit trace.
 #include "ky_utils.h"
 
 ky_status_t utils_db_qmap_item_get(

@@ -33,17 +33,17 @@ void cl_spinlock_release(cl_spinlock_t* lock)
 
 // ---- Quick map ----
 //
-// An AVL tree whose items also form a ring in order of their keys. The map's end item closes the
-// ring, is the root's parent, and stands for every child that is not there: nothing is ever null.
-// As such a child it is given parents, but nobody reads them.
+// An AVL tree whose items also form a ring in key order. The end item closes the ring, is the
+// root's parent, and replaces every missing child: no pointer is ever null. As a missing child its
+// parent is written, but never read.
 
 namespace {
 
 using Item = cl_map_item_t;
 
-/* One of an item's children, chosen without a branch to mispredict, and without a load that waits
- * for the decision: both are loaded beside the key that decides. Without the two marks the compiler
- * makes it a branch. */
+/* Selects a child by a conditional move: no branch to mispredict, and both children are loaded in
+ * parallel with the key that selects. Without the two asm statements the compiler emits a
+ * branch. */
 inline Item* child_of(const Item* item, bool is_higher)
 {
     Item* child = item->child[0];
@@ -60,20 +60,20 @@ void adopt(Item* parent, int side, Item* child)
     child->parent = parent;
 }
 
-/* Puts a subtree in an item's place below that item's parent. */
+/* Replaces an item by a subtree under the item's parent. */
 void replace(const Item* item, Item* subtree)
 {
     adopt(item->parent, item->parent->child[1] == item, subtree);
 }
 
-/* Rotates an item's child into its place, and the item to below that child, which is returned. */
+/* Rotates an item's child into the item's place, and the item below it; returns the child. */
 Item* lift_child(Item* item, int side)
 {
     Item* child = item->child[side];
     replace(item, child);
     adopt(item, side, child->child[!side]);
     adopt(child, !side, item);
-    // As seen from that side, and as the heights of the three subtrees below demand:
+    // Balances counted towards that side, from the heights of the three subtrees:
     const int sign = side == 1 ? 1 : -1;
     const int outward = sign * child->balance;
     const int balance = sign * item->balance - 1 - std::max(outward, 0);
@@ -82,8 +82,8 @@ Item* lift_child(Item* item, int side)
     return child;
 }
 
-/* Restores balance from an item upwards, after its child on one side has changed in height by 1
- * (growth) or -1. */
+/* Rebalances from an item upwards, after the height of its child on one side has changed by 1 or
+ * -1. */
 void rebalance(const Item* end, Item* item, int side, int change)
 {
     while (item != end) {
@@ -91,12 +91,12 @@ void rebalance(const Item* end, Item* item, int side, int change)
         if (item->balance < -1 || item->balance > 1) {
             const int high = item->balance > 0;
             Item* child = item->child[high];
-            if (child->balance * item->balance < 0) { // it leans the other way
+            if (child->balance * item->balance < 0) { // double rotation
                 lift_child(child, !high);
             }
             item = lift_child(item, high);
         }
-        // Even after growth, or uneven after a loss, the item's own height is what it was.
+        // Balanced after growth, or unbalanced after a loss: the item's own height is unchanged.
         if ((item->balance == 0) == (change > 0)) {
             break;
         }
@@ -110,7 +110,7 @@ void rebalance(const Item* end, Item* item, int side, int change)
 void cl_qmap_init(cl_qmap_t* map)
 {
     Item* end = &map->end;
-    // With the highest key, the end item of an empty map never looks like a lower last item.
+    // The highest key, so that insert never takes the end item of an empty map for a lower key.
     *end = {{end, end}, UINT64_MAX, end, end, end, 0};
     map->count = 0;
     map->state = CL_INITIALIZED;
@@ -130,7 +130,7 @@ cl_map_item_t* cl_qmap_insert(cl_qmap_t* map, uint64_t key, cl_map_item_t* item)
     Item* end = &map->end;
     Item* parent = end;
     int side = 0;
-    if (end->prev->key < key) { // keys often come in ascending order
+    if (end->prev->key < key) { // ascending keys are common
         parent = end->prev;
         side = 1;
     } else {
@@ -168,12 +168,12 @@ void cl_qmap_remove_item(cl_qmap_t* map, cl_map_item_t* item)
     item->next->prev = item->prev;
     map->count--;
 
-    Item* parent = item->parent; // of the place that the tree loses
+    Item* parent = item->parent; // where the tree shrinks
     int side = parent->child[1] == item;
     if (item->child[0] == end || item->child[1] == end) {
         replace(item, item->child[item->child[0] == end]);
     } else {
-        Item* heir = item->next; // the lowest of the higher ones: it has no lower child itself
+        Item* heir = item->next; // the in-order successor has no lower child
         parent = heir->parent == item ? heir : heir->parent;
         side = heir->parent == item;
         replace(heir, heir->child[1]);
@@ -187,13 +187,13 @@ void cl_qmap_remove_item(cl_qmap_t* map, cl_map_item_t* item)
 
 // ---- Quick pool ----
 
-/* AddressSanitizer's, if it runs in the process: whether this library is built with it or not. */
+/* Non-null if the process has AddressSanitizer, even if this library is built without it. */
 extern "C" [[gnu::weak]] void __asan_poison_memory_region(const volatile void*, size_t);
 extern "C" [[gnu::weak]] void __asan_unpoison_memory_region(const volatile void*, size_t);
 
 namespace {
 
-/* What is in front of the objects, so that these are aligned for any type. */
+/* Precedes the objects, and aligns them for any type. */
 struct alignas(std::max_align_t) Chunk : cl_pool_chunk {};
 
 constexpr size_t ALIGNMENT = alignof(Chunk);
@@ -211,7 +211,7 @@ void put_poisoned(cl_qpool_t* pool, cl_pool_item_t* item)
     __asan_poison_memory_region(item, pool->object_size);
 }
 
-/* Destroys the first objects of a chunk, all that have been created, and gives it back. */
+/* Destroys the created objects of a chunk, its first ones, and frees it. */
 void destroy_chunk(const cl_qpool_t* pool, Chunk* chunk, size_t created)
 {
     if (pool->state == CL_POISONING) {
@@ -223,7 +223,7 @@ void destroy_chunk(const cl_qpool_t* pool, Chunk* chunk, size_t created)
     cl_free(chunk);
 }
 
-/* Adds objects to a pool that has none free; if it cannot, the pool stays as it was. */
+/* Adds objects to a pool that has none free; on failure the pool is unchanged. */
 bool grow(cl_qpool_t* pool, size_t count)
 {
     size_t size = 0;
@@ -244,7 +244,7 @@ bool grow(cl_qpool_t* pool, size_t count)
     }
     pool->chunks = chunk;
     pool->count += count;
-    for (size_t i = count; i-- > 0;) { // so that they are handed out in order of their addresses
+    for (size_t i = count; i-- > 0;) { // so that gets return ascending addresses
         cl_qpool_put(pool, object_at(chunk, pool->object_size, i));
     }
     return true;

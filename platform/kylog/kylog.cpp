@@ -61,7 +61,7 @@ bool ends_line(const char* text)
     return length != 0 && text[length - 1] == '\n';
 }
 
-/* The characters that snprintf has left in so much room, by what it returns. */
+/* The number of characters that snprintf stored, from its return value and the buffer size. */
 size_t kept(int length, size_t room)
 {
     return length < 0 ? 0 : std::min(static_cast<size_t>(length), room - 1);
@@ -71,7 +71,7 @@ size_t kept(int length, size_t room)
 
 int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
 {
-    // Processes may share standard error: this much reaches a pipe in one piece.
+    // Processes may share standard error: a pipe takes this many bytes atomically.
     char record[PIPE_BUF];
     size_t length = kept(
         snprintf(record, sizeof record, "%-7s %s: ", level_name(severity_mask), module),

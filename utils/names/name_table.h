@@ -1,26 +1,26 @@
-/* A table of names for the values of an enumeration, built and checked when it is compiled. */
+/* A table of names for the values of an enumeration, built and checked at compile time. */
 #ifndef NAME_TABLE_H
 #define NAME_TABLE_H
 
 #include <cstdint>
 #include <initializer_list>
 
-/* Declared only: a table that calls one of them while it is built does not compile, and the
- * compiler's message names what is wrong with it. */
+/* Never defined: a table that calls one at compile time fails to compile, and the compiler names
+ * the fault. */
 void name_is_null();
 void value_is_above_the_bound();
 void values_do_not_ascend();
 
-/* A value and its name, as the catalogue lists them. */
+/* A row of a table. */
 struct ValueName {
     uint32_t value;
     const char* name;
 };
 
-/* One text for every value from 0 to Bound, so that a lookup is one comparison and one load. */
+/* One name for each value from 0 to Bound; a lookup is one comparison and one load. */
 template <uint32_t Bound> class NameTable {
   public:
-    /* The rows stand in ascending order; a value without a row gets the gap's text. */
+    /* Rows are in ascending order; a value without a row gets the gap's name. */
     consteval NameTable(std::initializer_list<ValueName> rows, const char* gap = "")
     {
         for (const char*& text : texts_) {
@@ -42,7 +42,7 @@ template <uint32_t Bound> class NameTable {
         }
     }
 
-    /* A table most of whose values have no name: they are "Unknown", like those above the bound. */
+    /* A table with many gaps: they are "Unknown", like values above the bound. */
     static consteval NameTable sparse(std::initializer_list<ValueName> rows)
     {
         return {rows, "Unknown"};

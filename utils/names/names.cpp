@@ -1,5 +1,5 @@
-// The catalogue: every enum-name function with its table. A value that has a place in its table but
-// no row has no name.
+// The catalogue: every enum-name function and its table. A value up to the bound that has no row
+// yields an empty string.
 #include "ky_names.h"
 
 #include "name_table.h"
@@ -843,7 +843,7 @@ const char* ky_tunnel_underlay_domain_type_str(ky_tunnel_underlay_domain_type_t 
     return table.name_of(value);
 }
 
-// The whole table is looked up, not its first two values alone.
+// The bound is the whole table, not its first two values.
 const char* ky_tunnel_ipinip_gre_mode_str(ky_tunnel_ipinip_gre_mode_t value)
 {
     static constexpr NameTable<4> table({

@@ -1,20 +1,20 @@
-/* The assertion that the inline accessors carry. It is a report and stops nothing: the accessor
- * then does its work as if the condition held, so a null pointer is reported before it faults. */
+/* The assertion of the inline accessors. It reports and continues: the accessor proceeds as if the
+ * condition held, so a null pointer is reported before it faults. */
 #ifndef COMPLIB_CL_ASSERT_H
 #define COMPLIB_CL_ASSERT_H
 
 #include <kylog/kylog.h>
 #include <stdlib.h>
 #include <sys/types.h>
-#if __has_include(<execinfo.h>) // not every libc has it
+#if __has_include(<execinfo.h>) // absent from some C libraries
 #include <execinfo.h>
 #define CL_HAS_BACKTRACE
 #endif
 
-/** The state of an object that has been initialised, and not been destroyed since. */
+/** The state of an object that is initialised. */
 #define CL_INITIALIZED 2U
 
-/** Reports a condition that does not hold.
+/** Reports a condition that is false.
  *
  *  @param path  the header's path, as an include line names it
  */
@@ -27,7 +27,7 @@
 extern "C" {
 #endif
 
-/* Compiled into whoever includes it: the report is the caller's, and names the caller's frames. */
+/* Static, so that the report is the includer's and its call stack starts there. */
 __attribute__((cold, noinline, unused)) static void
 cl_assert_report(const char* path, int line, const char* function)
 {

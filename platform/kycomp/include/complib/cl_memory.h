@@ -1,4 +1,4 @@
-/* Memory from the component library, whose own objects take theirs here too, by these symbols. */
+/* Memory allocation. The component library itself allocates through these symbols. */
 #ifndef COMPLIB_CL_MEMORY_H
 #define COMPLIB_CL_MEMORY_H
 
@@ -8,14 +8,14 @@
 extern "C" {
 #endif
 
-/** Allocates memory, aligned for any type, not cleared.
+/** Allocates memory, aligned for any type and uninitialised.
  *
  *  @param size  in bytes
- *  @return      the memory, or null if there is none
+ *  @return      the memory, or null if memory is short
  */
 void* cl_malloc(size_t size);
 
-/** Gives memory back that cl_malloc handed out; null is nothing to give. */
+/** Frees memory of cl_malloc; null is a no-op. */
 void cl_free(void* memory);
 
 #ifdef __cplusplus

@@ -1,8 +1,8 @@
-/* The quick map: an ordered map from 64-bit keys to items that lie inside the caller's records.
+/* The quick map: an intrusive ordered map from 64-bit keys to items inside the caller's records.
  *
- * It allocates nothing: an insert cannot fail, and a map that is no longer used is just left. Get,
- * insert and remove take O(log n) steps, all else is O(1). Maps have no lock: threads that share
- * one take turns. */
+ * It allocates nothing: an insert cannot fail for lack of memory, and a map needs no destruction.
+ * Get, insert and remove take O(log n), all else O(1). Maps are not thread-safe: threads that share
+ * one must serialise their calls. */
 #ifndef COMPLIB_CL_QMAP_H
 #define COMPLIB_CL_QMAP_H
 
@@ -15,53 +15,53 @@
 extern "C" {
 #endif
 
-/** What a record carries to be filed in a map; in one map at a time. All members are the map's own.
- *  What a look-up reads comes first. */
+/** The member that links a record into a map, one map at a time. All members are private. Those
+ *  that a lookup reads come first. */
 typedef struct cl_map_item {
-    struct cl_map_item* child[2]; /**< of lower and of higher keys; the end item for none */
+    struct cl_map_item* child[2]; /**< lower and higher keys; the end item for none */
     uint64_t key;
     struct cl_map_item* parent; /**< the end item for the root */
-    struct cl_map_item* next;   /**< in order of keys; the end item for none */
+    struct cl_map_item* next;   /**< next key; the end item for none */
     struct cl_map_item* prev;
-    int balance; /**< the height of child[1] less that of child[0]: -1, 0 or 1 */
+    int balance; /**< height of child[1] minus height of child[0]: -1, 0 or 1 */
 } cl_map_item_t;
 
-/** Do not move or copy one: its items point to it. */
+/** A map. Do not move or copy one: its items point to it. */
 typedef struct cl_qmap {
     cl_map_item_t end; /**< the root is its child[0], the lowest item its next */
     size_t count;
     uint32_t state;
 } cl_qmap_t;
 
-/** Makes an empty map. */
+/** Initialises an empty map. */
 void cl_qmap_init(cl_qmap_t* map);
 
-/** Looks a key up.
+/** Looks up a key.
  *
  *  @return  its item, or the end item if the key is absent
  */
 cl_map_item_t* cl_qmap_get(const cl_qmap_t* map, uint64_t key);
 
-/** Files an item under a key.
+/** Inserts an item under a key.
  *
- *  @param item  an item that is in no map; its content does not matter
- *  @return      item; or the one filed under that key before, and then nothing is changed
+ *  @param item  an item that is in no map; need not be initialised
+ *  @return      item; or the item that already has the key, and the map is unchanged
  */
 cl_map_item_t* cl_qmap_insert(cl_qmap_t* map, uint64_t key, cl_map_item_t* item);
 
-/** Takes the item of a key out of the map.
+/** Removes the item of a key.
  *
- *  @return  the item, which is the caller's again, or the end item if the key is absent
+ *  @return  the item, which the caller owns again, or the end item if the key is absent
  */
 cl_map_item_t* cl_qmap_remove(cl_qmap_t* map, uint64_t key);
 
-/** Takes an item, which must be in this map, out of it. From then on the map neither reads nor
- *  writes the item. */
+/** Removes an item, which must be in this map. The map does not access the item
+ *  afterwards. */
 void cl_qmap_remove_item(cl_qmap_t* map, cl_map_item_t* item);
 
-// NOLINTBEGIN(clang-analyzer-core.NullDereference): a failed assertion is a report and stops nothing
+// NOLINTBEGIN(clang-analyzer-core.NullDereference): a failed assertion reports and continues
 
-/** The item that stands for "none". It carries no key and no record. */
+/** The end item, which means "none". It has no key and no record. */
 static inline cl_map_item_t* cl_qmap_end(const cl_qmap_t* map)
 {
     CL_ASSERT(map != NULL, "complib/cl_qmap.h");
@@ -69,7 +69,7 @@ static inline cl_map_item_t* cl_qmap_end(const cl_qmap_t* map)
 #ifdef __cplusplus
     return const_cast<cl_map_item_t*>(&map->end);
 #else
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): C has no other cast from const that draws no warning
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the only C cast from const without a warning
     return (cl_map_item_t*)(uintptr_t)&map->end;
 #endif
 }
@@ -89,7 +89,7 @@ static inline cl_map_item_t* cl_qmap_next(const cl_map_item_t* item)
     return item->next;
 }
 
-/** Whether a map has no items: 1 for yes, 0 for no. */
+/** Whether a map has no items: 1 yes, 0 no. */
 static inline int cl_is_qmap_empty(const cl_qmap_t* map)
 {
     CL_ASSERT(map != NULL, "complib/cl_qmap.h");

@@ -1,4 +1,4 @@
-/* A lock between the threads of a process. */
+/* A lock for the threads of one process. */
 #ifndef COMPLIB_CL_SPINLOCK_H
 #define COMPLIB_CL_SPINLOCK_H
 
@@ -11,16 +11,16 @@
 extern "C" {
 #endif
 
-/** A lock of static storage needs no call: {PTHREAD_MUTEX_INITIALIZER, CL_INITIALIZED}. */
+/** A lock. The static initialiser is {PTHREAD_MUTEX_INITIALIZER, CL_INITIALIZED}. */
 typedef struct cl_spinlock {
     pthread_mutex_t mutex;
     uint32_t state; /**< CL_INITIALIZED */
 } cl_spinlock_t;
 
-/** Takes the lock; waits while another thread holds it. A thread must not take it twice. */
+/** Acquires the lock; blocks while another thread holds it. Not recursive. */
 void cl_spinlock_acquire(cl_spinlock_t* lock);
 
-/** Gives back the lock, which the calling thread must hold. */
+/** Releases the lock, which the calling thread must hold. */
 void cl_spinlock_release(cl_spinlock_t* lock);
 
 #ifdef __cplusplus

@@ -1,5 +1,5 @@
-/* The logging library, as far as kriolilglu calls it. This header and its library stand in for the
- * SDK's own; a build can be pointed at those instead. Any thread may call any of these functions.
+/* The part of the logging library that kriolilglu calls. This header and its library are stand-ins
+ * for the SDK's own, which a build can use instead. All functions are thread-safe.
  */
 #ifndef KYLOG_KYLOG_H
 #define KYLOG_KYLOG_H
@@ -11,15 +11,15 @@
 extern "C" {
 #endif
 
-/** Whether functions trace their entry and exit: non-zero for yes. */
+/** Entry and exit traces of functions: non-zero enables them. */
 extern int32_t g_ky_log_module_func_enable;
 
-/** Writes one message to standard error, as a line of its own: level, module, text. A line is written
- *  at once, so that those of processes that share standard error do not mix; it is cut at PIPE_BUF
- *  (4,096) bytes.
+/** Writes one line to standard error: level, module, message. The write is atomic, so that lines of
+ *  processes that share standard error do not interleave; a line is truncated at PIPE_BUF (4,096)
+ *  bytes.
  *
  *  @param severity_mask  1 error, 3 warning, 7 notice, 15 info, 31 debug
- *  @param module         name of the module that speaks
+ *  @param module         name of the log module
  *  @param format         as for printf
  *  @return               0
  */
@@ -28,7 +28,7 @@ ky_log(uint32_t severity_mask, const char* module, const char* format, ...);
 
 /** Adds one record to the trace buffer, a ring that keeps the newest KY_TRACE_CBUFF_RECORDS.
  *
- *  @param format  as for printf; a text longer than KY_TRACE_CBUFF_TEXT - 1 characters is cut
+ *  @param format  as for printf; a text longer than KY_TRACE_CBUFF_TEXT - 1 characters is truncated
  *  @return        0
  */
 __attribute__((cold, format(printf, 1, 2))) int ky_trace_cbuff_log(const char* format, ...);
@@ -36,8 +36,8 @@ __attribute__((cold, format(printf, 1, 2))) int ky_trace_cbuff_log(const char* f
 #define KY_TRACE_CBUFF_RECORDS 256
 #define KY_TRACE_CBUFF_TEXT 256
 
-/** Prints the records of the trace buffer, the oldest one first. It is this stand-in's own: the
- *  SDK's library has its own ways to read the buffer, and kriolilglu does not read it. */
+/** Prints the trace buffer, oldest record first. This function is the stand-in's own: kriolilglu
+ *  never reads the buffer, and the SDK's library has other ways to. */
 void ky_trace_cbuff_dump(FILE* stream);
 
 /* ---- Table printer ---- */
@@ -55,7 +55,7 @@ typedef struct dbg_utils_column {
     const char* title;
     uint32_t width; /**< in characters */
     uint32_t kind;
-    const void* value; /**< of the row to print next */
+    const void* value; /**< in the next row */
 } dbg_utils_column_t;
 
 /** Prints the heading of a module's dump. */
@@ -64,7 +64,7 @@ void dbg_utils_print_module_header(FILE* stream, const char* title);
 /** Prints the titles of a table's columns. */
 void dbg_utils_print_table_headline(FILE* stream, const dbg_utils_column_t* columns);
 
-/** Prints one row of a table: the present values of its columns. */
+/** Prints one row of a table: the current values of its columns. */
 void dbg_utils_print_table_data_line(FILE* stream, const dbg_utils_column_t* columns);
 
 #ifdef __cplusplus
