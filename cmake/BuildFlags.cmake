@@ -1,18 +1,18 @@
-# Two interface targets: kriolilglu_flags for everything that is built here, kriolilglu_library_flags
-# on top of it for what ships. A flag that the compiler or the linker does not take for this CPU is
-# left out.
+# Two interface targets: kriolilglu_flags for everything built here; kriolilglu_library_flags, which
+# includes it, for what ships. A flag that the compiler or the linker does not support for
+# this CPU is left out.
 
 include(CheckCompilerFlag)
 include(CheckLinkerFlag)
 
 function(compile_with target) # FLAG...
-  set(CMAKE_REQUIRED_FLAGS -Werror) # clang only warns of a flag that it makes no use of
+  set(CMAKE_REQUIRED_FLAGS -Werror) # clang only warns about an unused flag
   check_compiler_flag(CXX -Wall KRIOLILGLU_GIVEN_FLAGS_ARE_SILENT)
   if(NOT KRIOLILGLU_GIVEN_FLAGS_ARE_SILENT)
-    set(CMAKE_CXX_FLAGS "") # or what they draw would be taken for an answer
+    set(CMAKE_CXX_FLAGS "") # their warnings would fail every probe
   endif()
   foreach(flag IN LISTS ARGN)
-    string(REGEX REPLACE "=.*/.*" "=from=to" probe "${flag}") # a path is any path
+    string(REGEX REPLACE "=.*/.*" "=from=to" probe "${flag}") # probe without the paths
     string(MAKE_C_IDENTIFIER "KRIOLILGLU_COMPILES_WITH_${probe}" is_known)
     check_compiler_flag(CXX ${probe} ${is_known})
     if(${is_known})
@@ -34,7 +34,7 @@ endfunction()
 add_library(kriolilglu_flags INTERFACE)
 compile_with(kriolilglu_flags
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2
-  # The same bytes wherever the tree lies.
+  # The binary does not depend on the location of the tree.
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=.")
 
 add_library(kriolilglu_library_flags INTERFACE)
@@ -42,32 +42,32 @@ target_link_libraries(kriolilglu_library_flags INTERFACE kriolilglu_flags)
 compile_with(kriolilglu_library_flags
   -Wmissing-declarations
   -fno-exceptions -fno-rtti
-  # A process may put its own function in front of an exported one; clang must be told.
+  # Exported functions can be interposed, which clang does not assume.
   -fsemantic-interposition
-  -fno-plt # all symbols are bound at load: calls go straight there
+  -fno-plt # symbols are bound at load, so a PLT has no use
   -fstack-protector-strong -fstack-clash-protection
-  -fcf-protection=full -mbranch-protection=standard) # x86's and Arm's
+  -fcf-protection=full -mbranch-protection=standard) # x86, Arm
 link_with(kriolilglu_library_flags
   LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack
-  # Needed is what is linked, whichever compiler does it: Debian's gcc would leave libc out.
+  # A DT_NEEDED entry for every library linked; Debian's gcc would omit libc's.
   LINKER:--no-as-needed)
 
-# The compiler's start files would run code when the library is loaded, if only to find nothing to
-# do, and they lack the marks of control-flow protection.
+# The compiler's start files run code at load, although there is nothing to do, and lack the
+# control-flow protection marks.
 option(KRIOLILGLU_START_FILES "Link the compiler's start files, for runtimes that need them" OFF)
 if(NOT KRIOLILGLU_START_FILES)
   link_with(kriolilglu_library_flags -nostartfiles)
 endif()
 
-# The tables of names are pointers, which the loader relocates: packed, that takes 256 bytes of the
-# file instead of 38,000. Linkers and loaders older than Debian 12's do not know the form.
+# The name tables are pointers, which the loader relocates: packed, the relocations take 256 bytes
+# instead of 38,000. Linkers and loaders older than Debian 12's do not support the format.
 option(KRIOLILGLU_PACK_RELOCATIONS
-  "Pack relative relocations, if this machine's loader takes them" ON)
+  "Pack relative relocations, if this machine's loader supports them" ON)
 if(KRIOLILGLU_PACK_RELOCATIONS AND (CMAKE_CROSSCOMPILING_EMULATOR OR NOT CMAKE_CROSSCOMPILING))
   include(CheckSourceRuns)
   include(CMakePushCheckState)
   cmake_push_check_state(RESET)
-  set(CMAKE_REQUIRED_FLAGS -fPIE) # else there would be nothing to relocate
+  set(CMAKE_REQUIRED_FLAGS -fPIE) # otherwise nothing is relocated
   set(CMAKE_REQUIRED_LINK_OPTIONS -pie LINKER:--fatal-warnings,-z,pack-relative-relocs)
   check_source_runs(C [[
     const char *const table[] = {"relocated"};
@@ -81,10 +81,10 @@ if(KRIOLILGLU_PACK_RELOCATIONS AND (CMAKE_CROSSCOMPILING_EMULATOR OR NOT CMAKE_C
 endif()
 
 if(KRIOLILGLU_SANITIZE)
-  # Their runtimes are left undefined in shared libraries, and do not know _FORTIFY_SOURCE.
+  # Sanitizer runtimes stay undefined in shared libraries, and do not support _FORTIFY_SOURCE.
   target_compile_options(kriolilglu_flags INTERFACE
     -fsanitize=${KRIOLILGLU_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
-    $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>) # it needs the C++ runtime
+    $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>) # needs the C++ runtime
   target_link_options(kriolilglu_flags INTERFACE -fsanitize=${KRIOLILGLU_SANITIZE})
 else()
   target_compile_options(kriolilglu_library_flags INTERFACE

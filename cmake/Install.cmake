@@ -1,5 +1,5 @@
-# What an installation holds: the library, its headers, and how pkg-config and CMake find them. The
-# stand-ins, where they are built, go along as a component of their own.
+# Installs the library, its headers, and the files by which pkg-config and CMake find them. The
+# stand-ins, where they are built, are a component of their own.
 
 include(CMakePackageConfigHelpers)
 
@@ -13,7 +13,7 @@ install(TARGETS kriolilglu EXPORT kriolilgluTargets
 install(EXPORT kriolilgluTargets NAMESPACE kriolilglu::
   DESTINATION ${package_dir} COMPONENT development)
 
-# Both descriptions find the tree from where they lie, so that it can be moved.
+# Both files locate the installation relative to themselves, so that it is relocatable.
 configure_package_config_file(cmake/kriolilgluConfig.cmake.in kriolilgluConfig.cmake
   INSTALL_DESTINATION ${package_dir} NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
 write_basic_package_version_file(kriolilgluConfigVersion.cmake COMPATIBILITY SameMajorVersion)
@@ -31,7 +31,7 @@ if(KRIOLILGLU_PLATFORM STREQUAL "stand-in")
   set(platform_libs "-lkylog -lkycomp")
 else()
   install(FILES cmake/FindKyPlatform.cmake DESTINATION ${package_dir} COMPONENT development)
-  foreach(library IN ITEMS kylog kycomp) # compilers search some folders anyway
+  foreach(library IN ITEMS kylog kycomp) # omits the compiler's default folders
     if(NOT ${library}_INCLUDE_DIR IN_LIST CMAKE_C_IMPLICIT_INCLUDE_DIRECTORIES)
       list(APPEND platform_cflags -I${${library}_INCLUDE_DIR})
     endif()

@@ -1,4 +1,4 @@
-# The platform libraries, as ${platform_libraries}: those of this tree, or the SDK's own.
+# Sets ${platform_libraries}: the stand-ins of this tree, or the SDK's own libraries.
 
 if(KRIOLILGLU_PLATFORM STREQUAL "stand-in")
   foreach(library IN ITEMS kylog kycomp)
@@ -20,7 +20,7 @@ if(KRIOLILGLU_PLATFORM STREQUAL "stand-in")
       platform/kycomp/include/complib/cl_qmap.h
       platform/kycomp/include/complib/cl_qpool.h
       platform/kycomp/include/complib/cl_spinlock.h)
-  target_link_libraries(kycomp PUBLIC kylog) # its headers report failed assertions to it
+  target_link_libraries(kycomp PUBLIC kylog) # its headers log failed assertions
   set(platform_libraries kylog kycomp)
 elseif(KRIOLILGLU_PLATFORM STREQUAL "system")
   list(PREPEND CMAKE_MODULE_PATH ${PROJECT_SOURCE_DIR}/cmake)

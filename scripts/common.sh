@@ -1,11 +1,11 @@
-# shellcheck shell=sh disable=SC2154,SC2086,SC2046 # the variables of the caller; lists of words
-# Sourced by the other scripts. $root is the tree, $self the name that a script speaks under.
+# shellcheck shell=sh disable=SC2154,SC2086,SC2046 # the caller's variables; lists of words
+# Sourced by the other scripts. $root is the source tree, $self the prefix of a script's messages.
 
 say() {
     printf '%s: %s\n' "$self" "$*" >&2
 }
 
-# Runs a command and shows what it printed only if it fails or warns. It never reads the script's input.
+# Runs a command with no input, and prints its output only if it fails or warns.
 quietly() {
     log=$(mktemp)
     if ! "$@" > "$log" 2>&1 < /dev/null; then
@@ -18,14 +18,14 @@ quietly() {
     rm -f "$log"
 }
 
-# Prints the usage that a script opens with, and ends it.
+# Prints the comment at the head of the script as its usage, and exits.
 usage() {
     sed -n '2,/^[^#]/s/^# //p' "$0" >&2
     exit 2
 }
 
-# Sees to it that Debian's packages are there; elsewhere their tools are taken to be. "ONE|OTHER" is
-# ONE, unless OTHER is there.
+# Installs missing Debian packages; on other systems assumes that the tools exist. "ONE|OTHER" is
+# satisfied by either, and installs ONE.
 need() {
     command -v dpkg-query > /dev/null || return 0
     missing=
@@ -42,7 +42,7 @@ need() {
     elif command -v sudo > /dev/null && sudo -v < /dev/null 2> /dev/null; then
         as_root='sudo env'
     else
-        say "these packages are missing; install them, then run this again:"
+        say "packages are missing; install them and run the script again:"
         say "    apt-get install --no-install-recommends$missing"
         exit 1
     fi
@@ -52,8 +52,8 @@ need() {
         apt-get install -y --no-install-recommends $missing
 }
 
-# Runs hooks of mmdebstrap, one after the other, on a clean Debian that holds the packages given and
-# the sources in /source. What all of it prints is left in build/clean-debian.log.
+# Runs mmdebstrap hooks in sequence on a clean Debian that has the packages and the source tree in
+# /source. The output goes to build/clean-debian.log.
 in_clean_debian() { # RELEASE CPUS PACKAGES HOOK...
     release=$1
     cpus=$2
@@ -64,12 +64,12 @@ in_clean_debian() { # RELEASE CPUS PACKAGES HOOK...
         shift
     done
     need mmdebstrap
-    [ "$(id -u)" = 0 ] || need uidmap # mmdebstrap does without root then
+    [ "$(id -u)" = 0 ] || need uidmap # for mmdebstrap without root
     mkdir -p "$root/build"
     tar -c -C "$root" --exclude=./build --exclude=./.git -f "$root/build/source.tar" .
     log=$root/build/clean-debian.log
     status=0
-    # shellcheck disable=SC2016 # $1 is the hook's, the folder of that Debian
+    # shellcheck disable=SC2016 # $1 is the hook's: the root folder of that Debian
     mmdebstrap --variant=apt --architectures="$cpus" --include="$packages" \
         --customize-hook='mkdir "$1/source"' \
         --customize-hook="tar-in '$root/build/source.tar' /source" \
