@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Demands that each line of the library's sources is reached, and each branch both ways. Reads what
-`llvm-cov export` prints from standard input, in the root of the tree.
+"""Fails unless every line of the library's sources is covered, and every branch both ways. Reads
+the output of `llvm-cov export` from standard input; run it in the root of the tree.
 
-A branch in a macro counts wherever the macro is used, so each log statement must be seen to print
-and to be suppressed. One in a lambda that a macro makes counts once, like one in a template.
-What cannot be reached stands in a block that opens with "// not reached: WHY"; if it is reached all
-the same, that is a fault too.
+A branch in a macro counts at each use of the macro, so each log statement must be covered printed
+and suppressed. A branch in a lambda of a macro counts once, like one in a template. Unreachable
+code is in a block that opens with "// not reached: WHY"; it is an error if the tests cover it all
+the same.
 """
 import collections
 import json
@@ -16,15 +16,15 @@ import sys
 
 FOLDERS = ("adviser", "port_type_validate", "router_validate", "utils")
 SOURCES = re.compile("(%s)/" % "|".join(FOLDERS))
-KINDS = {"lines": re.compile(r"\{"), "branches": re.compile(r"\b(if|for|while) \(")}  # who has them
+KINDS = {"lines": re.compile(r"\{"), "branches": re.compile(r"\b(if|for|while) \(")}  # if any
 
 
 def lines(segments):
-    """How often each line ran, by the rules of llvm-cov's own reports."""
+    """Yields the execution count of each line, as llvm-cov's own reports count."""
     starts = collections.defaultdict(list)
     for line, _, count, has_count, is_entry, is_gap in segments:
         starts[line].append((count if has_count else -1, is_entry and not is_gap))
-    above = -1  # the count of what goes on from the line before
+    above = -1  # the count that continues from the line before
     for line in range(segments[0][0], segments[-1][0] + 1):
         counts = [count for count, is_start in starts[line] if is_start]
         if max([above, *counts]) >= 0 and counts[:1] != [-1]:  # -1 is a blank line
@@ -33,7 +33,7 @@ def lines(segments):
 
 
 def branches(functions):
-    """How often each branch goes each way, by its places: in the macro, where that is used, ..."""
+    """Counts each branch both ways, by its places: in the macro, where the macro is used, ..."""
     ways = collections.defaultdict(lambda: [0, 0])
     for function in functions:
         names = [os.path.normpath(name) for name in function["filenames"]]
@@ -49,10 +49,10 @@ def branches(functions):
 
 
 def items(data):
-    """All that is to be reached: file, line, kind, how often it was, and what to say if never."""
+    """Yields each item to cover: file, line, kind, count, and the error message if it is 0."""
     for file in data["files"]:
         for line, count in lines(file["segments"]) if file["segments"] else ():
-            yield os.path.normpath(file["filename"]), line, "lines", count, "not reached"
+            yield os.path.normpath(file["filename"]), line, "lines", count, "not covered"
     for places, ways in sorted(branches(data["functions"]).items()):
         (name, line, column), macro = places[-1], "%s:%d" % places[0][:2]
         text = f"column {column}" + (f" (in {macro})" if len(places) > 1 else "")
@@ -61,7 +61,7 @@ def items(data):
 
 
 def exempt(name):
-    """The lines of blocks that are marked; the one that opens a block is negative."""
+    """Yields the lines of the marked blocks; the line that opens a block is negative."""
     indent = None
     for number, text in enumerate(pathlib.Path(name).read_text().splitlines(), 1):
         if indent is not None:
@@ -78,14 +78,14 @@ for name, line, kind, count, fault in items(json.load(sys.stdin)["data"][0]):
         continue
     marks = marked.setdefault(name, set(exempt(name)))
     if line in marks or -line in marks and fault.endswith("never true"):
-        faults += [f"{name}:{line}: reached, though marked"] if count else []
+        faults += [f"{name}:{line}: covered, but marked as not reached"] if count else []
         continue
     faults += [] if count else [f"{name}:{line}: {fault}"]
     for key in (name, kind), ("all", kind):
         seen[key] = [seen[key][0] + (count > 0), seen[key][1] + 1]
 for name in sorted({name for name, _ in seen}, key=lambda name: (name == "all", name)):
     print(f"{name:44}", *("%6d of %4d %s" % (*seen[name, kind], kind) for kind in KINDS))
-# A measurement that misses a source, or its branches, has gone wrong.
+# A measurement without a source or its branches is broken.
 for path in [path for folder in FOLDERS for path in sorted(pathlib.Path(folder).rglob("*.cpp"))]:
     faults += [f"{path}: no {kind} seen" for kind, pattern in KINDS.items()
                if pattern.search(path.read_text()) and not seen[str(path), kind][1]]

@@ -1,5 +1,5 @@
-// What any thread may call at any time, called by eight at once, while verbosity, settings and the
-// trace flag change under them. The thread sanitizer sees what this test does not.
+// Thread-safe functions, called by eight threads while verbosity, settings and the trace flag
+// change. The thread sanitizer detects the races that this test cannot.
 #include "contract.h"
 #include "tools.h"
 

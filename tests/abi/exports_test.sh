@@ -1,5 +1,5 @@
 #!/bin/sh
-# exports_test.sh LIBRARY MAP: the library exports what the map lists and nothing else.
+# exports_test.sh LIBRARY MAP: fails unless the library exports exactly what the map lists.
 set -eu
 
 work=$(mktemp -d)

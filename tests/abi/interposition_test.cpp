@@ -1,5 +1,5 @@
-// A process that shares the library's objects: it is not position-independent, so that the linker
-// copies the table and the lock into the program.
+// A program that is not position-independent: the linker copies the library's table and lock into
+// it, and both share these copies.
 #include <ky_port_type_validate.h>
 #include <ky_utils.h>
 
@@ -29,7 +29,7 @@ TEST(InterpositionTest, TheLockIsOneObject)
         utils_memory_put(block, 1);
     });
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_FALSE(is_done); // the library waits for the program
+    EXPECT_FALSE(is_done); // blocked by the program's lock
     cl_spinlock_release(&utils_mem_type_count_lock);
     other.join();
 }

@@ -1,5 +1,5 @@
-/* What programs have compiled in: the value of every constant, and the layout of every record. It
- * only has to compile, as C11 and as C++11. */
+/* What is compiled into programs: the value of every constant and the layout of every record.
+ * Compile-only, as C11 and as C++11. */
 #include <ky_adviser.h>
 #include <ky_common.h>
 #include <ky_port_type_validate.h>
@@ -62,7 +62,7 @@ FIELD(port_type_validation_entry_t, func_name, 0, sizeof(char*));
 FIELD(port_type_validation_entry_t, allowed_port_types, sizeof(char*), 1);
 FIELD(cl_spinlock_t, state, sizeof(pthread_mutex_t), 4);
 
-/* The version as one number, if its parts were others. */
+/* KRIOLILGLU_VERSION, computed from other parts. */
 #undef KRIOLILGLU_VERSION_MAJOR
 #undef KRIOLILGLU_VERSION_MINOR
 #undef KRIOLILGLU_VERSION_PATCH
@@ -76,7 +76,7 @@ SIZE(ky_status_t, 4); SIZE(ky_access_cmd_t, 4); SIZE(adviser_event_t, 4);
 SIZE(ky_ip_version_t, 4);
 UNSIGNED(ky_status_t); UNSIGNED(ky_access_cmd_t); UNSIGNED(adviser_event_t);
 
-/* The objects have the size that programs copy. */
+/* The exported objects have the size that programs copy. */
 SIZE(port_type_validation_table, 174 * sizeof(port_type_validation_entry_t));
 #if defined(__x86_64__) && defined(__LP64__)
 SIZE(port_type_validation_table, 2784); SIZE(utils_mem_type_count_lock, 48);

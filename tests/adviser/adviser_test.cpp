@@ -17,7 +17,7 @@ constexpr ky_access_cmd_t DELETE = KY_ACCESS_CMD_DELETE;
 constexpr ky_status_t CLOSED = KY_STATUS_DB_NOT_INITIALIZED;
 constexpr ky_status_t ERROR = KY_STATUS_ERROR;
 
-/* What a callback does, told which one it is in the order of addresses. */
+/* What a callback does, given its rank in address order. */
 std::function<ky_status_t(size_t, adviser_event_t, void*)> behaviour;
 
 ky_status_t called(size_t who, adviser_event_t event, void* data)
@@ -50,8 +50,8 @@ ky_status_t process(uint32_t event, void* data = nullptr)
     return adviser_process_event(event_of(event), data);
 }
 
-/* An adviser with the callbacks 0 to 3 for the events 1, 9 and 11, and a list of who was called for
- * what: "3(11) ". */
+/* An adviser with callbacks 0 to 3 for events 1, 9 and 11, and a list of the calls: "3(11) " is
+ * callback 3 for event 11. */
 class AdviserTest : public ContractTest {
   protected:
     void SetUp() override
@@ -88,7 +88,7 @@ class AdviserTest : public ContractTest {
         const auto answer = answers.find(call);
         return answer == answers.end() ? GOOD : answer->second;
     }
-    std::string state() override // who would be called
+    std::string state() override // includes the callbacks that would be called
     {
         std::string state = ContractTest::state();
         answers.clear();
@@ -103,7 +103,7 @@ class AdviserTest : public ContractTest {
     void* expected_data = nullptr;
 };
 
-/* What is said within the functions that the exported ones call. */
+/* The records of the functions that the exported ones call. */
 Said in_lookup(const Said& within = {})
 {
     return around("__adviser_event_map_get", within);
@@ -157,7 +157,7 @@ TEST_F(AdviserTest, Commands)
         {CALL(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &verbosity))},
     });
     // clang-format on
-    for (const uintptr_t bit : {uintptr_t{1}, ~(UINTPTR_MAX >> 1)}) { // an address counts in full
+    for (const uintptr_t bit : {uintptr_t{1}, ~(UINTPTR_MAX >> 1)}) { // every address bit counts
         // NOLINTNEXTLINE(performance-no-int-to-ptr): it is never called
         const auto other = reinterpret_cast<adviser_cb_t>(reinterpret_cast<uintptr_t>(a) ^ bit);
         EXPECT_EQ(adviser_register_event(DELETE, event_of(1), other), MISSING);
@@ -247,7 +247,7 @@ TEST_F(AdviserTest, TwoHundredAndFiftyFiveRegistrationsAndNoMore)
     const Said full = in_add(
         pre_fail + in_lookup() + error("Can't allocate advisor at adviser (No More Resources).\n"));
     for (uint32_t i = 0; i < 255; i++) {
-        if (i % 16 == 0 && i > 0) { // steps of 16, the last one of 15
+        if (i % 16 == 0 && i > 0) { // grows by 16, finally by 15
             expect(
                 {CALL(adviser_register_event(ADD, event_of(1), callback(255))),
                  .status = KY_STATUS_NO_RESOURCES, .says = full, .allocations = 0});
@@ -314,7 +314,7 @@ TEST_F(AdviserTest, EveryEventHasItsNameItsMapAndItsClass)
 {
     close();
     ASSERT_EQ(adviser_init(), GOOD);
-    uint64_t found = NO_TEXTS; // of what is said of every event, when it fails and at the end
+    uint64_t found = NO_TEXTS; // of the messages for every event, on failure and at deinit
     for (uint32_t event = 1; event <= ADVISER_EVENT_MAX; event++) {
         if (event != 12) {
             ASSERT_EQ(add(event, 0), GOOD);
@@ -337,7 +337,7 @@ TEST_F(AdviserTest, EveryEventHasItsNameItsMapAndItsClass)
     EXPECT_EQ(adviser_init(), GOOD);
 }
 
-/* What a callback does to its neighbours while it runs, in a registry of five. */
+/* A callback changes the registration of its neighbours while it runs, in a registry of five. */
 TEST_F(AdviserTest, AdvisorsThatLeaveDuringAWalkAreNotCalled)
 {
     using Action = std::function<void()>;

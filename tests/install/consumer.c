@@ -1,5 +1,5 @@
-/* A module of the library's users, in the forms that modules have: it sees the installed headers
- * only, in any C and, by consumer.cpp, any C++. */
+/* A user's module, built against the installed headers alone: in any C and, by consumer.cpp, in any
+ * C++. */
 #include <ky_adviser.h>
 #include <ky_common.h>
 #include <ky_names.h>

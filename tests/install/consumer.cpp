@@ -1,4 +1,4 @@
-// The same module as C++, what C++ alone has, and names that a consumer might use.
+// The same module as C++, with what only C++ has, and names that a consumer may use.
 extern "C" {
 #include "consumer.c"
 }

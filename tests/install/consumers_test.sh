@@ -1,7 +1,7 @@
 #!/bin/sh
 # consumers_test.sh BUILD SOURCE: installs a build, moves the installation, and builds and runs
-# programs against it: by pkg-config and by find_package, as every C and C++, with each compiler,
-# and under AddressSanitizer; and the library itself, on top of an installed platform library.
+# programs against it: through pkg-config and find_package, in every C and C++ standard, with each
+# compiler and under AddressSanitizer; then the library itself against installed platform libraries.
 set -eu
 
 build=$1
@@ -9,7 +9,7 @@ source=$2
 here=$source/tests/install
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-export CMAKE_GENERATOR=Ninja # make need not be there
+export CMAKE_GENERATOR=Ninja # make may be absent
 
 quietly() {
     "$@" > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
@@ -43,7 +43,7 @@ version=$(echo KRIOLILGLU_VERSION_MAJOR.KRIOLILGLU_VERSION_MINOR.KRIOLILGLU_VERS
     gcc $cflags -include ky_common.h -E -P -x c - | tail -n 1 | tr -d ' ')
 stated="$(pkg-config --modversion kriolilglu) $(readlink "$lib/libkriolilglu.so.1")"
 if [ "$stated" != "$version libkriolilglu.so.$version" ]; then
-    echo "the headers say $version, the others $stated"
+    echo "version $version in the headers, $stated elsewhere"
     exit 1
 fi
 
@@ -77,13 +77,13 @@ for header in $headers; do
         quietly musl-gcc -Wall -Wextra -Werror $cflags -fsyntax-only -x c -
 done
 
-# Too many arguments do not compile, and the compiler says why.
+# Ten arguments fail to compile, and the error message names the reason.
 sed 's/KY_LOG_DEBUG("%u/KY_LOG_DEBUG("%d%u/; s/", 1U,/", 0, 1U,/' "$here/consumer.c" > "$work/ten.c"
 for compiler in 'gcc -x c' 'g++ -x c++' 'clang -x c' 'clang++ -x c++'; do
     # shellcheck disable=SC2086 # lists of words
     if $compiler $cflags -fsyntax-only "$work/ten.c" 2> "$work/log" ||
         ! grep -q a_log_statement_takes_nine_arguments_at_most "$work/log"; then
-        echo "$compiler does not say that ten arguments are too many"
+        echo "$compiler does not report too many arguments"
         exit 1
     fi
 done
@@ -121,7 +121,7 @@ found_by_cmake() { # WHAT LIBRARY_PATH CMAKE_ARGUMENT...
 
 found_by_cmake "a moved installation" "$lib" -DCMAKE_PREFIX_PATH="$work/moved"
 
-# Library folders of other names.
+# Non-default library and header folders.
 quietly cmake -S "$source" -B "$work/other" -DBUILD_TESTING=OFF \
     -DCMAKE_INSTALL_LIBDIR=lib64/switch -DCMAKE_INSTALL_INCLUDEDIR=headers
 quietly cmake --build "$work/other"
@@ -129,8 +129,8 @@ quietly cmake --install "$work/other" --prefix "$work/other-prefix"
 found_by_cmake "an installation with other folders" "" \
     -Dkriolilglu_DIR="$work/other-prefix/lib64/switch/cmake/kriolilglu"
 
-# The SDK's platform libraries, in a prefix of their own: here the stand-ins play them, and are not
-# in the tree that is built.
+# The SDK's platform libraries in a prefix of their own: here the stand-ins, which the source tree
+# then lacks.
 quietly cmake --install "$build" --prefix "$work/sdk" --component platform
 mkdir "$work/source"
 tar -c -C "$source" --exclude=./build --exclude=./.git --exclude=./platform . |

@@ -1,7 +1,7 @@
-/* pools.c [FAULT]: a program that takes records from a pool and gives them back, itself and through
- * the library, in every combination. FAULT is what AddressSanitizer must report: a record is written
- * to that the "program" or the "library" has put back, or that has "never" been handed out; or a
- * record is put back "twice". */
+/* pools.c [FAULT]: gets records from a pool and puts them back, directly and through the library,
+ * in every combination. FAULT is what AddressSanitizer must report: a write to a record that the
+ * "program" or the "library" has put back or that was "never" allocated; or a record that is put
+ * back "twice". */
 #include <ky_utils.h>
 
 #include <string.h>
@@ -35,7 +35,7 @@ static void* record_of_map_item(cl_map_item_t* item)
 static cl_qpool_t pool;
 static cl_qmap_t map;
 
-/* The two ways to get a record, and file it under key 1. */
+/* The two ways to get a record and insert it under key 1. */
 static record_t* get(int way)
 {
     void* record = NULL;
@@ -50,7 +50,7 @@ static record_t* get(int way)
     return (record_t*)record;
 }
 
-/* The two ways to give it back. */
+/* The two ways to put it back. */
 static void put(int way, record_t* record)
 {
     utils_db_qmap_item_del(
@@ -66,7 +66,7 @@ int main(int argc, char** argv)
         return 1;
     }
     const char* fault = argc > 1 ? argv[1] : "";
-    record_t* record = get(0); // the first of two: the stand-in's pool goes up by addresses
+    record_t* record = get(0); // the first of two: the stand-in's pool allocates upwards
     if (strcmp(fault, "never") == 0) {
         record[1].content[0] = 1;
     }

@@ -22,7 +22,7 @@ TEST_F(PortTypeTest, DictionaryMatchesItsFingerprint)
     EXPECT_EQ(found, 0xc8c2d580ed18a210) << std::hex << found;
 }
 
-/* Every row against every type, beside a second formulation of the rule. */
+/* Every row against every type, compared with a second formulation of the rule. */
 TEST_F(PortTypeTest, EveryRowJudgesEveryTypeByItsMask)
 {
     static const struct {
@@ -61,7 +61,7 @@ TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
             {CALL(is_port_type_valid(row, is_row ? 5 : 0x50000005)), .status = is_row ? 1U : 0U,
              .says = is_row ? Said{} : error(text)});
     }
-    // What the table holds when it is asked is what counts, and its names never do.
+    // The table is read at each call, and its names never.
     auto& row = port_type_validation_table[16];
     const auto saved = row;
     row = {nullptr, 0x04};

@@ -1,4 +1,4 @@
-// What no call of the validators reaches, or not often enough. It is private: the source is
+// Private predicates that calls of the validators do not reach, or too seldom. The source is
 // compiled into this test.
 #include "../../router_validate/ky_router_utils_validate.cpp" // NOLINT(bugprone-suspicious-include)
 
@@ -20,13 +20,13 @@ TEST(PredicatesTest, NothingIsNotAPrefix)
     EXPECT_EQ(__is_mc_prefix_valid(nullptr), 0);
     EXPECT_EQ(__is_ipv4_mc_prefix_valid(nullptr), 0);
     EXPECT_EQ(__is_ipv6_mc_prefix_valid(nullptr), 0);
-    // On their own the two rules judge the range as well.
+    // Called alone, both predicates check the range too.
     ky_ip_prefix_t prefix = {};
     EXPECT_EQ(__is_ipv4_mc_prefix_valid(&prefix), 0);
     EXPECT_EQ(__is_ipv6_mc_prefix_valid(&prefix), 0);
 }
 
-/* All of them; half a minute where nothing is optimised. */
+/* Half a minute without optimisation. */
 TEST(ExhaustiveTest, EveryIpv4Mask)
 {
     constexpr uint64_t end = uint64_t{1} << 32;

@@ -1,5 +1,5 @@
-// The nine validators of the multicast API. Each has a list of cases, in the order of its checks:
-// every case is tried under every command, and every two faults together.
+// The nine validators of the multicast API. Each has a list of cases in the order of its checks;
+// every case runs under every command, and every pair of faults together.
 #include "contract.h"
 
 #include <ky_router_utils_validate.h>
@@ -12,7 +12,7 @@ namespace {
 ky_ip_prefix_t ipv4(uint32_t addr, uint32_t mask)
 {
     ky_ip_prefix_t prefix;
-    memset(&prefix, 0xA5, sizeof prefix); // an IPv4 prefix has anything behind it
+    memset(&prefix, 0xA5, sizeof prefix); // garbage behind an IPv4 prefix
     prefix.version = 1;
     prefix.prefix.ipv4 = {addr, mask};
     return prefix;
@@ -69,8 +69,8 @@ const Commands gets_id = only({GET, GET_NEXT});
 
 // ---- Requests ----
 
-/* All that any of the nine calls takes. As it stands every validator accepts it, and it holds what
- * would be wrong if something else were. */
+/* The arguments of all nine calls. Every validator accepts the defaults, which include values that
+ * are invalid in combination with others. */
 struct Request {
     ky_access_cmd_t cmd = ADD;
     uint32_t has_key = 1;
@@ -85,7 +85,7 @@ struct Request {
     ky_router_vinterface_t vifs[4] = {{0, ~0U}, {1, 0}, {2, 0}, {3, 0}};
 };
 
-/* A pointer if its commands read what it points to; else one that must not be followed. */
+/* The pointer if the command reads it; otherwise a pointer that must not be dereferenced. */
 template <typename T> const T* if_read(bool is_read, const T* pointer)
 {
     return is_read ? pointer : reinterpret_cast<const T*>(16);
@@ -125,14 +125,14 @@ const Validator rpf_group_get = VALIDATOR(mc_rpf_group_get,
 
 // ---- Cases ----
 
-/* A change of a request, the commands that look at it, and what a validator then says. {d} and
- * {name} stand for the command. */
+/* A change of a request, the commands that check it, and the validator's status and message. {d}
+ * and {name} are the command. */
 struct Case {
     Commands reached_by;
     std::function<void(Request&)> change;
     ky_status_t status = GOOD;
     std::string message = {};
-    std::string function = {}; // that says it; empty for the validator
+    std::string function = {}; // named by the message; empty for the validator
 };
 using Cases = std::vector<Case>;
 #define WITH(...) [=](Request& r) { __VA_ARGS__; }
@@ -143,8 +143,8 @@ Cases operator+(Cases a, const Cases& b)
     return a;
 }
 
-/* The edges of a field's range. A field may be narrower than its edges: the setter returns what it
- * holds. */
+/* Boundary values of a field. A field may be narrower than a value: the setter returns what it
+ * stores. */
 struct Field {
     Commands reached_by;
     std::function<uint32_t(Request&, uint32_t)> set;
@@ -172,7 +172,7 @@ Cases range(
     return cases;
 }
 
-/* Where what lies inside is wrong for another reason. */
+/* For fields whose values within the range are invalid for another reason. */
 Cases outside(Cases cases)
 {
     std::erase_if(cases, [](const Case& each) { return each.status == GOOD; });
@@ -187,7 +187,7 @@ Cases inside(const Field& field)
 }
 
 // clang-format off
-/* A key, whose ranges not all commands look at. */
+/* A key, whose ranges only some commands check. */
 Cases key_cases(const Commands& versions, const Commands& ranges)
 {
     const std::string in_versions = "__validate_mc_key_ip_versions";
@@ -247,7 +247,7 @@ TEST_F(ContractTest, Verbosity)
 
 class RouterValidateTest : public ContractTest {
   protected:
-    /* The library's answer, and that it leaves the request as it is. */
+    /* Returns the library's status, and checks that the request is unchanged. */
     static uint32_t answer(const Validator& validator, const Request& request)
     {
         const Request before = request;
@@ -285,7 +285,7 @@ class RouterValidateTest : public ContractTest {
                     if (faults[first].reached_by(cmd) && faults[second].reached_by(cmd)) {
                         request = {.cmd = cmd};
                         faults[second].change(request);
-                        faults[first].change(request); // what both change is as this one wants it
+                        faults[first].change(request); // wins where both change a field
                         expect_case(validator, faults[first], request);
                         break;
                     }
@@ -486,7 +486,7 @@ TEST_F(RouterValidateTest, EveryBitOfAKeyCounts)
         const auto expect_key = [&](const ky_ip_prefix_t& source, const ky_ip_prefix_t& group,
                                     ky_status_t status) {
             EXPECT_EQ(answer(egress_rif_get, {.key = {source, group}}), status);
-            const uint32_t by_group = &group != &any ? 1 : 0; // any group is no filter
+            const uint32_t by_group = &group != &any ? 1 : 0; // "any group" is no filter
             EXPECT_EQ(
                 answer(route_get, {.cmd = GET_NEXT, .filter = {1, source, by_group, group, 0, 0}}),
                 status);

@@ -18,11 +18,11 @@ static thread_local int held;
 static thread_local std::function<void()> intruder;
 static thread_local int locks_to_intruder;
 
-/* The library calls nothing out while it holds a lock. */
+/* The library makes no callout while it holds a lock. */
 static void require_no_lock()
 {
     if (held != 0) {
-        fputs("memory is taken or given back under a lock\n", stderr);
+        fputs("memory is allocated or freed under a lock\n", stderr);
         abort();
     }
 }

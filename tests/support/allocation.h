@@ -1,25 +1,25 @@
-/* An allocator that counts, fails and hands out dirty blocks, and a lock that knows who holds it
- * and that others come before: linked into a test, they stand in front of the component library's. */
+/* An allocator that counts, fails on demand and returns garbage-filled blocks, and a lock that
+ * tracks its holder and runs a hook: linked into a test, they interpose the component library's. */
 #ifndef ALLOCATION_H
 #define ALLOCATION_H
 
 #include <cstddef>
 #include <functional>
 
-/* Blocks allocated and not freed. */
+/* The number of blocks allocated and not freed. */
 long live_blocks();
 
-/* What was last asked for, in bytes. A block of more than a MiB is not as large as it should be. */
+/* The size of the last request in bytes. A block is at most one MiB, even if more was requested. */
 size_t last_request();
 
-/* Lets this many allocations succeed, and then none until it is called again; -1 for all. */
+/* Makes all allocations after the next count fail until it is called again; -1 for none. */
 void fail_allocations_after(long count);
 
-/* Locks that this thread holds. */
+/* The number of locks that this thread holds. */
 int locks_held();
 
-/* Runs a function once, when a lock is about to be taken for this time from now on, 1 for the next:
- * another thread could not come later. */
+/* Runs a function once, just before the time-th lock acquisition from now (1: the next): the last
+ * moment at which another thread could run. */
 void before_lock(int time, std::function<void()> function);
 
 #endif

@@ -1,4 +1,4 @@
-/* Callbacks for the adviser, by their places in the order of addresses, which they run in. */
+/* Callbacks for the adviser, indexed by address order, in which they run. */
 #ifndef CALLBACKS_H
 #define CALLBACKS_H
 
@@ -9,7 +9,7 @@
 #include <functional>
 #include <utility>
 
-/* Each of them tells one function its place. */
+/* Each of them passes its index to one function. */
 template <size_t COUNT, ky_status_t (*CALLED)(size_t place, adviser_event_t, void*)>
 class Callbacks {
   public:

@@ -64,11 +64,11 @@ const Module modules[] = {
 };
 // clang-format on
 
-/* What a row has called, and what is no function. */
+/* Functions that a row has called, and exports that are no functions. */
 std::set<std::string> have_rows = {"utils_mem_type_count_lock", "port_type_validation_table", "*"};
 
-#ifdef EXPORTS // the program that has the rows
-/* At the end, unless tests were selected: what the library exports has been called by a row. */
+#ifdef EXPORTS // in the program that has the rows
+/* Checks at the end, unless tests were selected, that a row has called every export. */
 class EveryFunctionHasARow : public testing::Environment {
     void TearDown() override
     {
@@ -86,11 +86,11 @@ class EveryFunctionHasARow : public testing::Environment {
 const auto* const at_end = testing::AddGlobalTestEnvironment(new EveryFunctionHasARow);
 #endif
 
-// ---- What a call says ----
+// ---- Log records ----
 
 std::mutex lock;
 Said all_said;
-thread_local Statement logged; // by ky_log, and not yet by the other sink
+thread_local Statement logged; // by ky_log, not yet by the trace buffer
 thread_local int line_logged;  // 0 without a prefix
 
 void say(const Statement& statement)
@@ -130,7 +130,7 @@ int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
     }
     logged.text = formatted(format, arguments);
     va_end(arguments);
-    return -1; // nobody may care
+    return -1; // callers must ignore it
 }
 
 int ky_trace_cbuff_log(const char* format, ...)
@@ -153,8 +153,8 @@ int ky_trace_cbuff_log(const char* format, ...)
     return -1;
 }
 
-/* What the library's failures leave through, told whether they are traced or not; a row's bear its
- * mark. */
+/* Interposes the function through which the library's failures return, traced or not, and marks the
+ * status. */
 thread_local uint32_t mark;
 
 ky_status_t utils_ky_log_exit(ky_status_t status, const char* function_name)
@@ -295,7 +295,7 @@ Said passing(
     return said;
 }
 
-// ---- What it hands out ----
+// ---- Out parameters ----
 
 constexpr char RUBBISH = '\xA5';
 
@@ -325,7 +325,7 @@ void AnyOut::check(const std::vector<Written>& writes) const
             expected.replace(GUARD, size, bytes.empty() ? got.substr(GUARD, size) : bytes);
         }
     }
-    EXPECT_EQ(got, expected) << "an out parameter and what stands around it";
+    EXPECT_EQ(got, expected) << "an out parameter or its guard bytes";
 }
 
 // ---- The rows ----
@@ -346,7 +346,7 @@ std::vector<ky_access_cmd_t> commands()
     std::vector<ky_access_cmd_t> all;
     for (uint32_t cmd = 0; cmd <= 40; cmd++) {
         all.push_back(static_cast<ky_access_cmd_t>(cmd));
-        all.push_back(static_cast<ky_access_cmd_t>(cmd + 0x10000)); // for 8 bits, too
+        all.push_back(static_cast<ky_access_cmd_t>(cmd + 0x10000)); // wraps in 8 and 16 bits
     }
     all.push_back(static_cast<ky_access_cmd_t>(~0U));
     return all;

@@ -1,4 +1,4 @@
-/* A record that a map holds by a member, within an object of a pool. */
+/* A record with a map item, inside an object of a pool. */
 #ifndef RECORD_H
 #define RECORD_H
 
@@ -34,7 +34,7 @@ inline cl_map_item_t* item_of_record(void* record)
     return &static_cast<Record*>(record)->map_item;
 }
 
-/* From here on the record is nobody's, and in no map. */
+/* The record is no longer in use, nor in a map: overwrites it. */
 inline cl_pool_item_t* pool_item_of_record(void* record)
 {
     memset(record, 0xEE, sizeof(Record));

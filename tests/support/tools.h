@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-/* Runs a function, told its number, in so many threads at once. */
+/* Runs work(i) in count concurrent threads, i from 0. */
 template <typename Work> void in_threads(uint32_t count, const Work& work)
 {
     std::vector<std::thread> threads;

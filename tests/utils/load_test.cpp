@@ -1,4 +1,4 @@
-// What holds from load time on, in a process that has set nothing.
+// The state at load, in a process that has set nothing.
 #include "contract.h"
 
 #include <ky_adviser.h>
@@ -17,7 +17,7 @@ TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
     EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &value), KY_STATUS_SUCCESS);
     EXPECT_EQ(value, KY_LOG_LEVEL_DEFAULT);
     EXPECT_EQ(take_said(), Said{});
-    // The lock is a mutex at rest and the mark of an initialised object.
+    // The lock is a free mutex and the state of an initialised object.
     const std::string mutex(
         reinterpret_cast<const char*>(&utils_mem_type_count_lock), sizeof(pthread_mutex_t));
     EXPECT_EQ(mutex, std::string(sizeof(pthread_mutex_t), '\0'));
@@ -29,7 +29,7 @@ TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
         ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_ADD, 0, nullptr, nullptr, nullptr),
         KY_STATUS_PARAM_NULL);
     cl_qpool_t pool;
-    EXPECT_EQ(utils_qpool_init(&pool, 1, 1, 0, 64, "test"), KY_STATUS_SUCCESS); // says a notice
+    EXPECT_EQ(utils_qpool_init(&pool, 1, 1, 0, 64, "test"), KY_STATUS_SUCCESS); // logs a notice
     cl_qpool_destroy(&pool);
     EXPECT_EQ(take_said().size(), 5U);
 }

@@ -1,4 +1,4 @@
-/* A log module of its own, "TEST", in C and in C++. */
+/* The log module "TEST", in C and in C++. */
 #ifndef LOG_MODULE_H
 #define LOG_MODULE_H
 

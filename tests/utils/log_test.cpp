@@ -22,13 +22,13 @@ struct Language {
     {"C++", log_module_in_cpp},
 };
 
-/* What the modules in C and C++ say, if all of it passes. */
+/* Statements of the modules in C and C++; all of them pass. */
 Said by_test(const Said& said)
 {
     return passing(said, "TEST", "log_module.inc", ~0U, 1);
 }
 
-/* Of its two traces, those that are let through. */
+/* The traces of a function that pass. */
 Said let_through(const std::string& function, bool entry, bool exit)
 {
     const Said traces = around(function);
@@ -98,7 +98,7 @@ TEST_F(LogTest, TracesNeedTheFlagAndDebugLevelEachInItsTurn)
     }
 }
 
-/* The entry is judged at the level before, the exit at the level after. */
+/* The entry is filtered at the old level, the exit at the new one. */
 TEST_F(LogTest, EachModulesSetterTakesAnyLevelAndTracesWithBoth)
 {
     const struct {

@@ -18,7 +18,7 @@ const char* const type_names[] = {
 constexpr uint32_t HUGE_BLOCK = 0xFFFFFFF0;
 constexpr uint64_t HELD = 2 * uint64_t{HUGE_BLOCK};
 
-/* Two huge blocks of COS are taken throughout: counts are of 64 bits. */
+/* Two huge blocks of COS are held throughout: counts have 64 bits. */
 class MemoryTest : public ContractTest {
   protected:
     void SetUp() override
@@ -127,8 +127,8 @@ TEST_F(MemoryTest, Refusals)
          .allocations = 0},
         {CALL(utils_memory_get(&block, ~0U, 1)), .status = FULL, .writes = {block.is(nullptr)},
          .allocations = 0, .then = [] {
-             EXPECT_EQ(last_request() == 0x100000003, sizeof(size_t) > 4); // size and header
-             EXPECT_NE(last_request(), 3U); // wrapped
+             EXPECT_EQ(last_request() == 0x100000003, sizeof(size_t) > 4); // size plus header
+             EXPECT_NE(last_request(), 3U); // that would have wrapped
          }},
         {CALL(utils_clr_memory_get(&block, 1, 1, 18)), .status = RANGE, .says = get},
         {CALL(utils_clr_memory_get(&block, 2147483648, 2, 1)), .status = RANGE,
@@ -189,12 +189,12 @@ TEST_F(MemoryTest, CountsChangeUnderTheLock)
     }
 }
 
-/* Two blocks are given back under a type that holds one of them, the first one when the second is
- * about to take a lock, or afterwards. */
+/* Two blocks are put under a type that holds bytes for one of them: the first just before the
+ * second takes a lock, or afterwards. */
 TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
 {
     for (const int lock : {1, 2}) {
-        void* blocks[3] = {}; // the last one is of the other type
+        void* blocks[3] = {}; // the last one has the other type
         for (void*& each : blocks) {
             ASSERT_EQ(utils_memory_get(&each, 10, &each == &blocks[2] ? 3 : 2), GOOD);
         }
@@ -206,7 +206,7 @@ TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
         if (first == ~0U) {
             put_first();
         }
-        EXPECT_EQ(first + second, KY_STATUS_MEMORY_ERROR) << lock; // and GOOD
+        EXPECT_EQ(first + second, KY_STATUS_MEMORY_ERROR) << lock; // the other is GOOD
         EXPECT_EQ(utils_memory_put(blocks[first == GOOD ? 1 : 0], 2), GOOD);
         EXPECT_EQ(utils_memory_put(blocks[2], 2), GOOD);
     }

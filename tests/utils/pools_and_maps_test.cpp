@@ -8,9 +8,9 @@
 namespace {
 
 constexpr ky_status_t NO_ROOM = KY_STATUS_NO_RESOURCES;
-constexpr uint64_t LARGE = 0x100000005; // no 5
+constexpr uint64_t LARGE = 0x100000005; // 5 in its low half
 
-/* A database of eight records, with one of them under key 5; and a pool that is exhausted. */
+/* A database of eight records, one of them in use under key 5; and an exhausted pool. */
 class DatabaseTest : public ContractTest {
   protected:
     void SetUp() override
@@ -181,7 +181,7 @@ TEST_F(DatabaseTest, Pools)
         fail_allocations_after(0);
         EXPECT_EQ(cl_qpool_get(&new_pool), nullptr);
         fail_allocations_after(-1);
-        EXPECT_EQ(last_request() / 70000 == 0x80000001, sizeof(size_t) > 4); // it tried to grow
+        EXPECT_EQ(last_request() / 70000 == 0x80000001, sizeof(size_t) > 4); // attempted growth
         cl_qpool_destroy(&new_pool);
     };
     const std::string name(200, 'x');
@@ -195,7 +195,7 @@ TEST_F(DatabaseTest, Pools)
         {CALL(utils_qpool_get(&item, &empty)), .status = NO_ROOM, .writes = {item.is(nullptr)}},
         {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, "new")), .says = made,
          .writes = {new_pool.is_written()}, .then = destroy},
-        {CALL(utils_qpool_init(&new_pool, 1, 0, 0, 70000, "new")), // as many as there is room for
+        {CALL(utils_qpool_init(&new_pool, 1, 0, 0, 70000, "new")), // no maximum
          .says = notice("Init new DB (Min: 1, Max: 0, Grow: 0)\n"),
          .writes = {new_pool.is_written()}, .then = [&] { cl_qpool_destroy(&new_pool); }},
         {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, name.c_str())), .status = FULL,

@@ -1,4 +1,4 @@
-// The library is loaded, used and unloaded, over and over.
+// The library is loaded, used and unloaded repeatedly.
 #include <ky_adviser.h>
 #include <ky_utils.h>
 
@@ -25,7 +25,7 @@ void load_use_unload()
 {
     void* library = dlopen(LIBRARY, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(library, nullptr);
-    uint32_t value = 1; // errors alone
+    uint32_t value = 1; // errors only
     EXPECT_EQ(FIND(library, adviser_log_verbosity_level)(KY_ACCESS_CMD_SET, &value), GOOD);
     EXPECT_EQ(FIND(library, utils_use_xm_get)(&value), GOOD);
     EXPECT_EQ(value, 0U); // as at the first load

@@ -8,7 +8,7 @@ namespace {
 
 class UtilsTest : public ContractTest {};
 
-/* What a check says of a null pointer. */
+/* The records of a null pointer check. */
 Said null_pointer(const std::string& description)
 {
     return error("NULL Pointer (" + description + ")\n", "utils_check_pointer") +
@@ -71,7 +71,7 @@ TEST_F(UtilsTest, ChecksOfPointersAndSizes)
     }
 }
 
-/* A check called as by a compiler that leaves rubbish above a narrow argument. */
+/* Calls a check as a caller that leaves garbage above a narrow argument. */
 template <typename Argument> std::function<uint32_t(uint32_t)> wide(ky_status_t (*check)(Argument))
 {
     if constexpr (sizeof(Argument) == sizeof(uint32_t)) {
@@ -143,7 +143,7 @@ TEST_F(UtilsTest, Settings)
         const std::string refused =
             text("Failed to set issu mode, parameter boot_mode (%u) is exceed range. ", value) +
             "Max value (5)\n";
-        const auto set = [&] { // what another thread sets is everyone's
+        const auto set = [&] { // settings are process-wide, not per thread
             in_threads(1, [&](uint32_t) {
                 utils_use_xm_set(value);
                 utils_boot_mode_set(value);

@@ -1,5 +1,5 @@
-// The stand-in for the component library, as far as the library relies on it; its maps are tested by
-// the model of a database.
+// The stand-in for the component library, as far as the library depends on it; the database model
+// tests its maps.
 #include "allocation.h"
 
 #include <complib/cl_qmap.h>
@@ -29,10 +29,10 @@ namespace {
 
 struct Object {
     cl_pool_item_t item;
-    char content[32]; // together no multiple of 16
+    char content[32]; // total size is no multiple of 16
 };
 
-/* Takes all that a pool has; each object is aligned, and filled with its own pattern. */
+/* Gets every object of a pool; checks its alignment and fills it with a pattern of its own. */
 std::vector<Object*> take_all(cl_qpool_t& pool)
 {
     std::vector<Object*> objects;
@@ -64,14 +64,14 @@ TEST(QpoolTest, GrowsStepByStepAndSurvivesEveryAllocationFailure)
             for (Object* object : objects) {
                 cl_qpool_put(&pool, &object->item);
             }
-            EXPECT_EQ(take_all(pool).size(), 255U); // the failure left the pool as it was
+            EXPECT_EQ(take_all(pool).size(), 255U); // a failure leaves the pool unchanged
             EXPECT_EQ(live_blocks(), STEPS);
             cl_qpool_put(&pool, &objects[7]->item);
             EXPECT_EQ(cl_qpool_get(&pool), &objects[7]->item);
             cl_qpool_destroy(&pool);
         }
         EXPECT_EQ(live_blocks(), 0);
-        EXPECT_EQ(pool.state, 0U); // the accessors would report it
+        EXPECT_EQ(pool.state, 0U); // the accessors' assertions would report it
     }
     fail_allocations_after(-1);
 }

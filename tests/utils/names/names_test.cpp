@@ -1,5 +1,5 @@
-// The enum names, by their structure and one fingerprint a table: a second copy of the texts would
-// only repeat a mistake.
+// The enum names, by structure and one fingerprint per table: a second copy of the texts would only
+// repeat a mistake.
 #include "contract.h"
 
 #include <ky_adviser.h>
@@ -11,7 +11,7 @@ class NamesTest : public ContractTest {};
 
 using Str = const char* (*)(uint32_t value);
 
-/* The fingerprint goes over the texts from 0 to bound + 1. */
+/* The fingerprint covers the names of 0 to bound + 1. */
 struct Enumeration {
     Str str;
     std::string name;
@@ -19,7 +19,7 @@ struct Enumeration {
     uint64_t fingerprint;
 };
 
-/* Some take an enumeration: all are unsigned and as wide. */
+/* Some take an enumeration: all are unsigned and 32 bits wide. */
 template <typename Value> Str str_of(const char* (*str)(Value))
 {
     static_assert(sizeof(Value) == sizeof(uint32_t) && static_cast<Value>(~0U) > Value{});
@@ -99,7 +99,7 @@ TEST_F(NamesTest, ValuesAboveTheBoundYieldTheDefault)
             EXPECT_EQ(str(value), expected) << name << " " << value;
         }
 #if defined(__x86_64__) || defined(__aarch64__)
-        // A caller may leave anything in the half of the register that the value does not own.
+        // A caller may leave garbage in the upper half of the register.
         const auto any = reinterpret_cast<void (*)()>(str);
         const auto wide = reinterpret_cast<const char* (*)(uint64_t)>(any);
         EXPECT_EQ(wide(0xa5a5a5a500000000), str(0)) << name;
@@ -117,7 +117,7 @@ TEST_F(NamesTest, EveryStatusAndCommandHasOne)
 #include "../../abi/constants.inc"
 }
 
-/* It only has to compile: it does not if a constant is missing in the list. */
+/* Compile-only: fails if a constant is missing in the list. */
 #pragma GCC diagnostic error "-Wswitch"
 [[maybe_unused]] void list(ky_status_t status, ky_access_cmd_t command, adviser_event_t event)
 {
