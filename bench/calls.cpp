@@ -1,4 +1,4 @@
-// Calls that look something up or check it, and pass.
+// Lookups and checks that succeed.
 #include "floor.h"
 #include "peers.h"
 #include "ways.h"

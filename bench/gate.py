@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Counts what a call of each hot operation takes, and compares it with a table.
+"""Counts the cost of each hot path and compares it with a table.
 
     gate.py PROGRAM TABLE [--update]
 
-Callgrind counts the instructions, and simulates a processor's branch prediction. A round's counts are
-the difference of two loops of different lengths, less those of a loop that does nothing. They belong
-to a compiler and a processor: elsewhere they are printed and not judged. A rise of either beyond its
-margin is a fault. So is a fall of one that the other pays for.
+Callgrind counts the instructions and simulates branch prediction. The counts of a round are the
+difference between two loops of different lengths, minus those of an empty loop. They are specific
+to a compiler and a CPU: elsewhere they are printed and not compared. The gate fails if either count
+rises beyond its margin, or falls beyond it while the other rises.
 """
 import os
 import pathlib
@@ -17,12 +17,12 @@ import tempfile
 
 JUDGED = "GCC 12 on x86-64"
 LOOP = "loop"
-MARGIN = 2.0  # of either; the simulation's mispredictions move by one or two with the code's place
-SIGN = 0.5  # that the other one pays
+MARGIN = 2.0  # of either; code placement alone moves the simulated mispredictions by one or two
+SIGN = 0.5  # a rise of the other count
 
 
 def measure(program):
-    """The compiler of a program, and by operation its instructions and mispredictions a round."""
+    """Returns a program's compiler, and instructions and mispredictions per round by hot path."""
     with tempfile.TemporaryDirectory() as folder:
         run = subprocess.run(
             ["valgrind", "--quiet", "--tool=callgrind", "--branch-sim=yes", "--instr-atstart=no",
@@ -50,26 +50,26 @@ def measure(program):
 
 
 def verdict(found, expected):
-    """What is wrong, or worth a word; and whether it is wrong."""
+    """Returns a message, or an empty one, and whether it is a fault."""
     instructions, mispredictions = (a - b for a, b in zip(found, expected))
     if instructions < -MARGIN and mispredictions > SIGN:
-        return ("more branches mispredicted, for fewer instructions: a conditional move has become "
-                "a branch? Look at the loops"), True
+        return ("fewer instructions, more branch mispredictions: has a conditional move become a "
+                "branch? Check the loops"), True
     if mispredictions < -MARGIN and instructions > SIGN:
-        return "more instructions, for fewer mispredicted branches: is it faster? Time it", True
+        return "more instructions, fewer branch mispredictions: time it, it may be slower", True
     if mispredictions > MARGIN:
-        return "more branches mispredicted: look at the branches that depend on data", True
+        return "more branch mispredictions: check the branches that depend on data", True
     if instructions > MARGIN:
-        return "more instructions: look at the path of a call that has nothing to say", True
+        return "more instructions: check the hot path of the call", True
     if min(instructions, mispredictions) < -MARGIN:
-        return "less than in the table: update it to keep it so", False
+        return "less than in the table: update the table to keep the gain", False
     return "", False
 
 
 def main(program, table, *options):
     compiler, found = measure(program)
     if options and compiler != JUDGED:
-        sys.exit(f"not written: the table is of {JUDGED}, this is {compiler}")
+        sys.exit(f"not written: the table is for {JUDGED}, this is {compiler}")
     if options:
         rows = [f"{counts[0]:8.1f} {counts[1]:8.1f}  {name}\n" for name, counts in found.items()]
         pathlib.Path(table).write_text("".join(rows))
@@ -78,19 +78,19 @@ def main(program, table, *options):
         instructions, mispredictions, name = line.split(maxsplit=2)
         expected[name] = [float(instructions), float(mispredictions)]
     faults = 0
-    print("instructions, mispredicted branches a call (in the table)")
+    print("instructions, branch mispredictions per call (in the table)")
     for name in sorted(found.keys() | expected.keys()):
         counts, before = found.get(name, [0, 0]), expected.get(name, [0, 0])
         words, is_fault = verdict(counts, before)
         if name not in found or name not in expected:
-            words, is_fault = "not in the table" if name in found else "not measured any more", True
+            words, is_fault = "not in the table" if name in found else "no longer measured", True
         faults += is_fault
         print(f"{counts[0]:8.1f} ({before[0]:5.1f}) {counts[1]:6.1f} ({before[1]:4.1f})  {name}"
               + (f": {words}" if words else ""))
     if compiler != JUDGED:
-        print(f"not judged: the table is of {JUDGED}, this is {compiler}")
+        print(f"not compared: the table is for {JUDGED}, this is {compiler}")
         return 0
-    print(f"{len(found)} hot paths, {faults} of them at fault")
+    print(f"{len(found)} hot paths, {faults} failed")
     return min(faults, 1)
 
 

@@ -1,5 +1,5 @@
-// Runs each hot operation in a loop of 1,000 rounds and in one of 5,000. Under callgrind each loop
-// writes a dump, from which gate.py tells what a round takes.
+// Runs each hot path in a loop of 1,000 rounds and in one of 5,000. Under callgrind each loop
+// writes a dump, from which gate.py computes the cost of a round.
 #include "inputs.h"
 
 #include <cstdio>
@@ -14,7 +14,7 @@ namespace {
 
 [[gnu::used]] uint32_t verbosity = KY_LOG_LEVEL_DEFAULT;
 
-/* An answer that is looked at, so that the call stays. */
+/* Uses a result, so that the compiler keeps the call. */
 template <typename Value> void keep(Value value)
 {
     asm volatile("" : : "r"(value) : "memory");
@@ -31,16 +31,16 @@ template <typename Once> void loop(uint32_t rounds, const char* dump, Once once)
     CALLGRIND_STOP_INSTRUMENTATION;
 }
 
-/* Dumps are named when the program ends, by texts that are there then. */
+/* Callgrind reads the names of dumps when the program ends: they must be static. */
 #define MEASURE(name, ...)                                                   \
     do {                                                                     \
         const auto once = [&]([[maybe_unused]] uint32_t i) { __VA_ARGS__; }; \
-        once(0); /* whatever is done at first use alone */                   \
+        once(0); /* excludes the cost of the first use */                    \
         loop(1000, name ": 1000", once);                                     \
         loop(5000, name ": 5000", once);                                     \
     } while (false)
 
-/* What stands in a module, called as a module's function is. */
+/* A log statement in a module's function. */
 [[gnu::noinline]] uint32_t add(uint32_t a, uint32_t b)
 {
     KY_LOG_DEBUG("%u and %u\n", a, b);
@@ -106,7 +106,7 @@ void measure_memory_and_pools()
     cl_qpool_destroy(&pool);
 }
 
-/* Each look-up is of any key: what a branch learns of one says nothing of the next. */
+/* Lookups are of random keys, so that branch prediction learns nothing. */
 void measure_maps()
 {
     const auto keys = random_keys(10000);

@@ -1,4 +1,4 @@
-/* What operations are asked about: the same in each process, in an order without a pattern. */
+/* The inputs of operations: the same in each process, in random order. */
 #ifndef INPUTS_H
 #define INPUTS_H
 
@@ -24,7 +24,7 @@ inline std::vector<uint32_t> values_below(uint32_t bound, size_t count = INPUTS)
     return values;
 }
 
-/* Keys of a map. */
+/* The keys of a map. */
 inline std::vector<uint64_t> random_keys(size_t count)
 {
     std::mt19937_64 random(count);
@@ -35,7 +35,7 @@ inline std::vector<uint64_t> random_keys(size_t count)
     return keys;
 }
 
-/* A function of the SDK, and a port that it accepts. */
+/* A function of the SDK and a port that it accepts. */
 struct PortQuestion {
     uint32_t enum_id;
     uint32_t log_port;
@@ -44,7 +44,7 @@ struct PortQuestion {
 inline std::vector<PortQuestion> accepted_ports()
 {
     std::vector<PortQuestion> accepted;
-    port_type_validate_log_verbosity_level_set(0); // others are asked about, too
+    port_type_validate_log_verbosity_level_set(0); // rejected ports are checked, too
     for (uint32_t enum_id = 1; enum_id < PORT_TYPE_VALIDATION_ROWS - 1; enum_id++) {
         for (uint32_t type = 0; type < 16; type++) {
             if (is_port_type_valid(enum_id, type << 28) != 0) {
@@ -59,7 +59,7 @@ inline std::vector<PortQuestion> accepted_ports()
     return questions;
 }
 
-/* A route that passes, whichever key it has. */
+/* A route that is valid with every key. */
 constexpr ky_mc_route_attr_t ATTRIBUTES = {
     .rpf_action = 5,
     .ttl_cmd = 1,
@@ -73,7 +73,7 @@ constexpr ky_mc_route_attr_t ATTRIBUTES = {
 };
 constexpr ky_mc_route_data_t DATA = {.action = 4, .egress_rif_cnt = 3, .egress_container_id = 0};
 
-/* Keys of prefixes of all lengths from 8 on. */
+/* Keys with prefixes of all lengths from 8 bits. */
 inline std::vector<ky_mc_route_key_t> route_keys(ky_ip_version_t version)
 {
     const auto mask_of = [](uint32_t length) { return ~uint32_t{0} << (32 - length); };
@@ -102,7 +102,7 @@ inline std::vector<ky_mc_route_key_t> route_keys(ky_ip_version_t version)
     return keys;
 }
 
-/* Callbacks, each a function of its own, as those of the SDK's modules are. */
+/* Callbacks, each a separate function, like those of the SDK's modules. */
 template <size_t I> ky_status_t callback(adviser_event_t, void* event_data)
 {
     *static_cast<size_t*>(event_data) += I;

@@ -1,5 +1,5 @@
-/* The shortest program that uses the library: what it executes from its start to its end is, but
- * for a few instructions, what the loader does. */
+/* The shortest program that uses the library: almost all instructions that it executes are the
+ * loader's. */
 #include <ky_names.h>
 
 int main(void)

@@ -1,4 +1,4 @@
-// Maps of random keys: a look-up of any key, and any record taken out and filed again.
+// Maps of random keys: a lookup of a random key; a random record removed and inserted again.
 #include "floor.h"
 #include "ways.h"
 
@@ -99,7 +99,7 @@ struct BTree {
     absl::btree_map<uint64_t, Record*> map;
 };
 
-constexpr size_t ORDER = 65536; // too long for a predictor to learn
+constexpr size_t ORDER = 65536; // too long for a branch predictor to learn
 
 template <typename Map> struct Filled {
     explicit Filled(size_t count)

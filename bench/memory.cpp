@@ -1,5 +1,5 @@
-// Memory taken and given back, 100 bytes at a time: by a thread that is alone in its process, by one
-// beside a thread that sleeps, as in every process of the SDK, and by several at once.
+// Allocates and frees blocks of 100 bytes: in a single-threaded process, beside a sleeping thread
+// as in every process of the SDK, and in several threads at once.
 #include "floor.h"
 #include "ways.h"
 
@@ -34,7 +34,7 @@ void floor(benchmark::State& state)
 
 void by_talloc(benchmark::State& state)
 {
-    thread_local void* const context = talloc_new(nullptr); // it is not safe to share
+    thread_local void* const context = talloc_new(nullptr); // not thread-safe
     each(state, [](size_t) {
         void* block = talloc_size(context, SIZE);
         benchmark::DoNotOptimize(block);
@@ -42,7 +42,7 @@ void by_talloc(benchmark::State& state)
     });
 }
 
-/* From the first of these on the C library knows of another thread. */
+/* From the first of these on the process is multi-threaded for the C library. */
 template <void (*MEASURED)(benchmark::State&)> void beside_another(benchmark::State& state)
 {
     static std::binary_semaphore is_over(0);

@@ -1,4 +1,4 @@
-/* What users would write instead, where they too would call it across the border of a shared library. */
+/* The alternatives that users, too, would call in a shared library. */
 #ifndef PEERS_H
 #define PEERS_H
 
@@ -9,7 +9,7 @@
 /* A device ID. */
 KY_EXPORT boost::outcome_v2::result<void> peer_check(uint8_t device_id);
 
-/* A port type, judged by a switch. */
+/* A port type, checked by a switch. */
 KY_EXPORT uint32_t peer_port_type(uint32_t enum_id, uint32_t log_port);
 
 #endif

@@ -1,4 +1,4 @@
-// Objects of 64 bytes taken from a pool, 16 at a time, and given back.
+// Objects of 64 bytes got from a pool, 16 at a time, and put back.
 #include "floor.h"
 #include "ways.h"
 
@@ -10,7 +10,7 @@ namespace {
 constexpr size_t OBJECT_SIZE = 64;
 constexpr size_t BURST = 16;
 
-/* Takes a burst, and gives it back in the order that it came. */
+/* Gets a burst and puts it back in the same order. */
 template <typename Get, typename Put> void burst(benchmark::State& state, Get get, Put put)
 {
     void* objects[BURST];
@@ -26,7 +26,7 @@ template <typename Get, typename Put> void burst(benchmark::State& state, Get ge
     state.SetItemsProcessed(state.iterations() * int64_t{BURST});
 }
 
-cl_qpool_t pool; // static, as those of the SDK's modules are
+cl_qpool_t pool; // static, like those of the SDK's modules
 boost::pool<> boost_pool(OBJECT_SIZE, BURST);
 
 void put(void* object)

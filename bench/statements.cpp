@@ -1,4 +1,4 @@
-// Eight suppressed statements between additions: compiled once a way, which WAY names.
+// Eight suppressed statements between additions, compiled once per implementation, which WAY names.
 #include <ky_common.h>
 
 #if defined(WAY_IS_GLOG)

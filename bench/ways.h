@@ -1,4 +1,4 @@
-/* How a way to do an operation is registered: OPERATION/WAY, or OPERATION/WAY/ARGUMENT. */
+/* Implementations are registered as OPERATION/WAY or OPERATION/WAY/ARGUMENT. */
 #ifndef WAYS_H
 #define WAYS_H
 
@@ -6,7 +6,7 @@
 
 #include <benchmark/benchmark.h>
 
-/* Calls once(i) for each of the inputs, over and over. What it returns is taken to be used. */
+/* Calls once(i) for each input, repeatedly. The compiler must assume that its results are used. */
 template <typename Once> void each(benchmark::State& state, Once once)
 {
     for (auto _ : state) {

@@ -1,5 +1,5 @@
-// Memory accounted by type: blocks taken and given back, under their own and under other types,
-// with and without memory, beside a model.
+// Memory accounting compared with a reference model: blocks allocated and put, under their own and
+// under other types, with and without failing allocations.
 #include "allocation.h"
 #include "fuzz.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr uint32_t TYPES = 18; // 0, which is none, and 1 to 17
+constexpr uint32_t TYPES = 18; // 0, which is invalid, and 1 to 17
 constexpr ky_status_t RANGE = KY_STATUS_PARAM_EXCEEDS_RANGE;
 
 std::array<uint64_t, TYPES> dumped;
@@ -75,7 +75,7 @@ class Accounts {
                                                                : KY_STATUS_MEMORY_ERROR));
         REQUIRE(take_errors() == (is_type && !is_held && verbosity_ > 0));
         if (is_held) {
-            if (void* other = nullptr; type != block.type) { // the types settle it between them
+            if (void* other = nullptr; type != block.type) { // moves the bytes back to its type
                 REQUIRE(utils_memory_get(&other, block.size, type) == KY_STATUS_SUCCESS);
                 REQUIRE(utils_memory_put(other, block.type) == KY_STATUS_SUCCESS);
             }

@@ -1,5 +1,5 @@
-// The adviser as a state machine: its functions in any order, from outside and from callbacks, with
-// and without memory, beside a model of who is registered, who is called, and who is rolled back.
+// The adviser compared with a reference model of registrations, calls and rollbacks: its functions
+// in any order, from outside and from callbacks, with and without failing allocations.
 #include "allocation.h"
 #include "callbacks.h"
 #include "fuzz.h"
@@ -17,36 +17,36 @@ constexpr adviser_event_t PRE_FAILED = ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FRO
 constexpr uint32_t REGISTRATIONS_MAX = 255;
 constexpr uint32_t DEPTH_MAX = 3; // of callbacks that process events
 
-/* Callbacks by their places in the order of addresses: bit 0 stands for the lowest. */
+/* A set of callbacks by their ranks in address order: bit 0 is the lowest address. */
 using Set = uint32_t;
 constexpr uint32_t CALLBACKS = 8;
 constexpr uint32_t NOBODY = CALLBACKS;
 
-Set from(uint32_t place) // on
+Set from(uint32_t place) // this place and all above
 {
     return ~0U << place;
 }
 
-/* A walk under way: of an event, and then of its rollback. */
+/* An active walk: of an event, and then of its rollback. */
 struct Walk {
     adviser_event_t event;
     Walk* outer;
-    adviser_event_t told = event; // what callbacks are called with
+    adviser_event_t told = event; // the event that callbacks receive
     uint32_t next = 0;            // the lowest place that may be called
-    Set late = 0;                 // registered since it began: they may be called, or not
-    uint32_t refused = NOBODY;    // who has failed
-    ky_status_t answer = GOOD;    // and with what
+    Set late = 0;                 // changed since it began: may be called or not
+    uint32_t refused = NOBODY;    // that has failed
+    ky_status_t answer = GOOD;    // and its status
 };
 
 struct Model {
     Input& input;
-    bool is_heard; // errors are
+    bool is_heard; // errors are logged
     bool is_initialised = false;
-    std::array<Set, ADVISER_EVENT_MAX + 1> registered = {}; // by event; a fail event's by its own
-    uint32_t registrations = 0;                             // of all events
+    std::array<Set, ADVISER_EVENT_MAX + 1> registered = {}; // by event; a fail event's by its event
+    uint32_t registrations = 0;                             // for all events
     Walk* walk = nullptr;                                   // the innermost one
     uint32_t depth = 0;
-    uint32_t errors = 0; // that must have been logged
+    uint32_t errors = 0; // expected in the log
 };
 
 Model* model;
@@ -63,7 +63,7 @@ bool is_event(uint32_t event)
     return event >= 1 && event <= ADVISER_EVENT_MAX;
 }
 
-/* Nobody who was there all along, from the walk's next place up to another, has been left out. */
+/* No advisor registered throughout the walk, from its next place up to end, has been skipped. */
 void require_none_left_out(const Walk& walk, uint32_t end)
 {
     const Set there = model->registered[list_of(walk.event)] & ~walk.late;
@@ -86,9 +86,9 @@ ky_status_t call(size_t who, adviser_event_t event, void* event_data)
     const ky_status_t status =
         model->input.one_of({GOOD, GOOD, GOOD, KY_STATUS_ERROR, KY_STATUS_RESOURCE_IN_USE});
     if (status != GOOD && walk.refused == NOBODY) {
-        walk = {walk.event, walk.outer, PRE_FAILED, 0, 0, place, status}; // it begins anew
+        walk = {walk.event, walk.outer, PRE_FAILED, 0, 0, place, status}; // starts the rollback
     } else if (status != GOOD) {
-        model->errors++; // and the rollback goes on
+        model->errors++; // and the rollback continues
     }
     return status;
 }
@@ -128,7 +128,7 @@ void deinit()
     REQUIRE(live_blocks() == 0);
 }
 
-/* What registering, or deregistering, must answer if there is memory. */
+/* The expected status of registering or deregistering, if allocations succeed. */
 ky_status_t expected(ky_access_cmd_t cmd, adviser_event_t event, uint32_t place)
 {
     const bool adds = cmd == KY_ACCESS_CMD_ADD;
@@ -187,7 +187,7 @@ void register_or_deregister()
     change(cmd, event, place, !model->input.once_in(8));
 }
 
-/* So that the pool grows, and ends. */
+/* So that the pool grows and is exhausted. */
 void register_for_all_events()
 {
     const uint32_t place = model->input.below(CALLBACKS);
@@ -212,7 +212,7 @@ void process()
 
     REQUIRE(status == (refusal != GOOD ? refusal : walk.answer));
     model->errors += status != GOOD;
-    // DEVICE-DELETED is said to have a fail event, and has none.
+    // DEVICE-DELETED requires a fail event, and has none.
     model->errors += event == ADVISER_EVENT_DEVICE_DELETED && walk.answer != GOOD;
     if (refusal == GOOD && (walk.answer == GOOD || event == PRE)) {
         const bool is_there = (model->registered[list_of(event)] >> walk.refused & 1) == 1;

@@ -13,7 +13,7 @@ static uint32_t errors;
 
 void broken(const char* file, int line, const char* condition)
 {
-    fprintf(stderr, "%s:%d: does not hold: %s\n", file, line, condition);
+    fprintf(stderr, "%s:%d: assertion failed: %s\n", file, line, condition);
     abort();
 }
 

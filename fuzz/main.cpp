@@ -1,5 +1,5 @@
 // MODEL CORPUS [SEED]: runs a model without libFuzzer, on the inputs of its corpus and then on
-// random ones. The seed of these is printed at the start, and can be given back.
+// random ones. It prints the seed of these; SEED repeats a run.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -20,7 +20,7 @@ int main(int argc, char** argv)
     const uint32_t seed =
         argc > 2 ? static_cast<uint32_t>(strtoul(argv[2], nullptr, 10)) : std::random_device()();
     printf("%s %s %u\n", argv[0], argv[1], seed);
-    fflush(stdout); // whatever happens next
+    fflush(stdout); // in case the model aborts
     const auto run = [](const std::vector<char>& input) {
         LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(input.data()), input.size());
     };

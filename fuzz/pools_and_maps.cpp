@@ -1,4 +1,4 @@
-// A database (one pool, one map) under its helpers, with and without memory, beside a model.
+// A database (one pool, one map) compared with a model, with and without failing allocations.
 #include "allocation.h"
 #include "fuzz.h"
 #include "record.h"
@@ -48,7 +48,7 @@ class Database {
         if (status == GOOD) {
             REQUIRE(record == records_[key]);
             records_.erase(key);
-            if (keeps_record) { // then it is ours to file again, or to give back
+            if (keeps_record) { // the caller owns it: inserts it again or puts it back
                 auto* const kept = static_cast<Record*>(record);
                 REQUIRE(kept->payload == ~key);
                 if (input_.once_in(2)) {
@@ -135,7 +135,7 @@ void run(Input& input)
     }
     Database database(input, grow == 0 ? min : max == 0 ? UINT32_MAX : max);
     while (!input.is_spent()) {
-        const uint64_t key = uint64_t{input.below(31)} * 0x0840000000000001; // end to end
+        const uint64_t key = uint64_t{input.below(31)} * 0x0840000000000001; // spans all 64 bits
         const uint32_t act = input.below(16);
         act == 0  ? database.clear()
         : act < 2 ? database.take_out(key)
