@@ -47,7 +47,13 @@ else()
   endforeach()
 endif()
 
-if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES CHANGELOG.md docs/conventions.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(FILES examples/iptv.c examples/switch-up.txt
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
+
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR} OR
+   CMAKE_INSTALL_PREFIX STREQUAL "/usr") # which is not moved
   set(pc_prefix ${CMAKE_INSTALL_PREFIX})
 else()
   cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
