@@ -1,5 +1,5 @@
-# Manual pages, one a function, and HTML, from the comments of the public headers. What is exported
-# and not documented, or an argument that is not, stops the build.
+# Manual pages and HTML, from the comments of the public headers, docs/conventions.md and the tables
+# that the tool prints. What is public and not documented, or an argument that is not, stops the build.
 
 find_package(Doxygen 1.9.4 REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
@@ -17,24 +17,31 @@ set(DOXYGEN_JAVADOC_AUTOBRIEF YES)
 set(DOXYGEN_TYPEDEF_HIDES_STRUCT YES)
 set(DOXYGEN_MACRO_EXPANSION YES)
 set(DOXYGEN_EXPAND_ONLY_PREDEF YES)
-set(DOXYGEN_PREDEFINED KY_EXPORT= "KY_ENUM(name)=enum name" __cplusplus=202002L)
-# What the types of the name functions stand for is said above the functions.
+set(DOXYGEN_PREDEFINED
+  KY_EXPORT= "KY_ENUM(name)=enum name" "__attribute__(list)=" __cplusplus=202002L)
+set(tables ${PROJECT_BINARY_DIR}/doc_tables)
+set(doc_tables ${PROJECT_SOURCE_DIR}/cmake/doc_tables.py)
 set(DOXYGEN_INPUT_FILTER
-  "sed -E 's|^typedef uint32_t (ky_[a-z0-9_]+)_t|/** What \\1_str names. */ &|'")
+  "'${Python3_EXECUTABLE}' '${doc_tables}' '${tables}/names' '${tables}/rows'")
 set(DOXYGEN_WARN_NO_PARAMDOC YES)
 set(DOXYGEN_WARN_AS_ERROR FAIL_ON_WARNINGS)
 set(DOXYGEN_QUIET YES)
 set(DOXYGEN_ENUM_VALUES_PER_LINE 1)
 set(DOXYGEN_HAVE_DOT NO)
-set(DOXYGEN_HTML_TIMESTAMP NO)
 set(DOXYGEN_SEARCHENGINE NO)
 set(DOXYGEN_GENERATE_XML YES)
 set(DOXYGEN_XML_PROGRAMLISTING NO)
 doxygen_add_docs(docs ${headers} ${PROJECT_SOURCE_DIR}/docs/conventions.md ALL
   COMMENT "Documentation in ${PROJECT_BINARY_DIR}/html and ${PROJECT_BINARY_DIR}/man")
+add_custom_command(OUTPUT ${tables}/names ${tables}/rows VERBATIM DEPENDS kriolilglu-tool
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${tables}
+  COMMAND kriolilglu-tool name --search "" > ${tables}/names
+  COMMAND kriolilglu-tool port > ${tables}/rows)
+add_custom_target(doc_tables DEPENDS ${tables}/names ${tables}/rows)
+add_dependencies(docs doc_tables)
 add_custom_command(TARGET docs POST_BUILD VERBATIM
-  COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/cmake/man_pages.py xml man/man3
-    ${PROJECT_SOURCE_DIR}/abi/kriolilglu.map "kriolilglu ${PROJECT_VERSION}")
+  COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/cmake/man_pages.py xml man
+    ${PROJECT_SOURCE_DIR} "kriolilglu ${PROJECT_VERSION}")
 
 if(KRIOLILGLU_INSTALL)
   install(DIRECTORY ${PROJECT_BINARY_DIR}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}

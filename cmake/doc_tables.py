@@ -1,0 +1,48 @@
+"""doc_tables.py NAMES ROWS FILE: prints a header with the library's tables in its comments, for
+Doxygen to read: the name of each constant, the values of each type that a name function takes, and
+what `@table TABLE` asks for. NAMES is the output of `kriolilglu name --search ''`, ROWS that of
+`kriolilglu port`. Lines keep their numbers; a table that does not exist is left for Doxygen to refuse."""
+
+import html
+import re
+import sys
+from itertools import groupby
+
+
+def table(heads, rows):
+    lines = ["".join(f"<th>{head}</th>" for head in heads)]
+    lines += ["".join(f"<td>{html.escape(str(cell), False)}</td>" for cell in row) for row in rows]
+    return f"<table>{''.join(f'<tr>{line}</tr>' for line in lines)}</table>"
+
+
+def merged(names):
+    """The values of an enumeration and their names, with one row for neighbours of one name."""
+    for (name, _), run in groupby(enumerate(names.items()),
+                                  lambda each: (each[1][1], each[1][0] - each[0])):
+        values = [value for _, (value, _) in run]
+        yield f"{values[0]} to {values[-1]}" if len(values) > 1 else values[0], name
+
+
+def main(names_file, rows_file, header):
+    names = {}
+    for line in open(names_file):
+        enumeration, value, name = line.rstrip("\n").split(" ", 2)
+        names.setdefault(enumeration, {})[int(value)] = name
+    rows = [re.fullmatch(r"(\d+) (\w+): (.*)\n", line).groups() for line in open(rows_file)]
+    tables = {name: table(("Value", "Name"), merged(names[name])) for name in names}
+    tables["port"] = table(("Row", "Function", "Types of port"), rows)
+
+    constants = {}
+    for line in open(header):
+        if enumeration := re.match(r"KY_ENUM\((?:ky_)?(\w+)_t\)", line):
+            constants = names[enumeration[1]]
+        if constant := re.match(r"    [A-Z]\w+ = (\d+),", line):
+            name = html.escape(constants[int(constant[1])], False)
+            line = f"{constant[0]} /**< {constant[1]}, {name} */\n"
+        line = re.sub(r"^typedef uint32_t ky_(\w+)_t;",
+                      r"/** The values that ky_\1_str names. @table \1 */ \g<0>", line)
+        line = re.sub(r"@table (\w+)", lambda each: tables.get(each[1], each[0]), line)
+        sys.stdout.write(line)
+
+
+main(*sys.argv[1:])
