@@ -1,5 +1,7 @@
 /** @file
- * The adviser: a process-wide registry of callbacks for the SDK's life-cycle events.
+ * The adviser: a process-wide registry of callbacks for life-cycle events of the SDK.
+ *
+ * A module registers a callback, which runs when another one processes the event:
  *
  *     static ky_status_t on_port_added(adviser_event_t event, void* event_data)
  *     {
@@ -11,20 +13,23 @@
  *     adviser_process_event(ADVISER_EVENT_PORT_ADDED, &port);
  *
  * The callbacks of an event run in ascending order of their addresses, on the thread that processes
- * it, until one fails. If that happens to PRE-PORT-DELETED-FROM-SWID, those that had accepted it
- * are called again, in the same order, with PRE-FAILED-PORT-DELETED-FROM-SWID: all in front of the
- * one that failed. If that one has left meanwhile, or others have come, some are called so that
- * never heard of the deletion.
+ * the event, until one fails. The order differs between compilers and from load to load: do not
+ * rely on it. After a failure in PRE-PORT-DELETED-FROM-SWID, the rollback calls the callbacks in
+ * front of the one that failed again, in the same order, with PRE-FAILED-PORT-DELETED-FROM-SWID. If
+ * callbacks are registered or deregistered meanwhile, it may call some that have not received the
+ * first event.
  *
- * The adviser takes no lock: callers see to it that none of its functions runs beside another one,
- * adviser_log_verbosity_level apart. A callback, however, may call any of them: an advisor that it
- * deregisters is not called any more, one that it registers may be, and even adviser_deinit ends
- * the walk in order. A callback must return: it must not throw, jump out of itself or end its
- * thread. It must be deregistered before its module is unloaded, and whoever unloads this library
- * calls adviser_deinit first, or the registry's memory is lost.
+ * The adviser takes no lock. The caller serialises its functions, except
+ * adviser_log_verbosity_level, which is thread-safe. A callback may call all of them: a callback
+ * that it deregisters is not called any more, one that it registers may be called, and
+ * adviser_deinit ends the event. A callback must return: it must not throw, jump out of itself or
+ * end its thread.
  *
- * Everything logs under module "ADVISER". All functions trace entry and exit, but for
- * adviser_log_verbosity_level, which traces its entry alone. */
+ * A module deregisters its callbacks before it is unloaded. A process calls adviser_deinit before
+ * it unloads this library, or the memory of the registry is lost.
+ *
+ * The functions log under module "ADVISER". They trace entry and exit, except
+ * adviser_log_verbosity_level, which traces entry only. */
 #ifndef KY_ADVISER_H
 #define KY_ADVISER_H
 
@@ -34,7 +39,11 @@
 extern "C" {
 #endif
 
-/** The events of a switch's life. Registrations for all of them together are at most 255. */
+/** @name Events
+ *  @{ */
+
+/** An event in the life of a switch. `kriolilglu name adviser_event` prints the names that messages
+ *  show; `ky_lib_adviser_event_type_str` names another enumeration. */
 KY_ENUM(adviser_event_t){
     ADVISER_EVENT_NONE = 0,
     ADVISER_EVENT_PORT_ADDED = 1,
@@ -90,69 +99,86 @@ KY_ENUM(adviser_event_t){
     ADVISER_EVENT_POST_ECMP_UPDATE = 51,
 };
 
-/** The last event. It rises with each event that a later version adds. */
+/** The last event. A later version that adds events increases it. */
 #define ADVISER_EVENT_MAX ADVISER_EVENT_POST_ECMP_UPDATE
 
-/** A module's answer to an event.
+/** @} */
+
+/** @name Callbacks and their registry
+ *  @{ */
+
+/** Handles an event.
  *
- *  @param event       the event processed; for a rollback its fail event
- *  @param event_data  what adviser_process_event was given
- *  @return            KY_STATUS_SUCCESS to accept it; any other value is a failure
+ *  @param event       the event; in a rollback PRE-FAILED-PORT-DELETED-FROM-SWID
+ *  @param event_data  the event_data of adviser_process_event
+ *  @return            KY_STATUS_SUCCESS to accept the event; any other value is a failure
  */
 typedef ky_status_t (*adviser_cb_t)(adviser_event_t event, void* event_data);
 
-/** Creates the registry, empty. Call it before everything else here but the verbosity.
+/** Creates the registry, which is empty.
  *
- *  @return  KY_STATUS_SUCCESS; KY_STATUS_DB_ALREADY_INITIALIZED if it exists; KY_STATUS_NO_MEMORY
+ *  @return  KY_STATUS_SUCCESS; KY_STATUS_DB_ALREADY_INITIALIZED if it exists; KY_STATUS_NO_MEMORY,
+ *           which is not logged
  */
 KY_EXPORT ky_status_t adviser_init(void);
 
-/** Drops every registration, without calling it, and destroys the registry.
+/** Removes all registrations, without calling them, and destroys the registry.
  *
- *  @return  KY_STATUS_SUCCESS; KY_STATUS_DB_NOT_INITIALIZED if there is none
+ *  @return  KY_STATUS_SUCCESS, or KY_STATUS_DB_NOT_INITIALIZED if there is no registry
  */
 KY_EXPORT ky_status_t adviser_deinit(void);
 
-/** Registers a callback for an event, or deregisters it.
+/** Registers a callback for an event, or deregisters it. Every failure is logged.
  *
- *  A callback may be registered for any number of events, once for each. Deregistering from
- *  PRE-FAILED-PORT-DELETED-FROM-SWID deregisters from PRE-PORT-DELETED-FROM-SWID.
+ *  A callback may be registered for any number of events, once for each; 255 registrations may
+ *  exist. Deregistering from PRE-FAILED-PORT-DELETED-FROM-SWID deregisters from
+ *  PRE-PORT-DELETED-FROM-SWID. These are the events:
+ *
+ *  @table adviser_event
  *
  *  @param cmd       KY_ACCESS_CMD_ADD to register, KY_ACCESS_CMD_DELETE to deregister
- *  @param event     1 to 51; to register, not PRE-FAILED-PORT-DELETED-FROM-SWID
- *  @param callback  the callback; null only to deregister, where it is not found
- *  @return  KY_STATUS_SUCCESS;
- *           KY_STATUS_CMD_UNSUPPORTED for another command;
- *           KY_STATUS_PARAM_NULL for a null callback to register;
- *           KY_STATUS_PARAM_ERROR for PRE-FAILED-PORT-DELETED-FROM-SWID to register;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for an event outside 1 to 51;
- *           KY_STATUS_DB_NOT_INITIALIZED without a registry;
- *           KY_STATUS_ENTRY_ALREADY_EXISTS if the callback is registered for the event already;
- *           KY_STATUS_NO_RESOURCES if 255 registrations exist, or there is no memory for more;
- *           KY_STATUS_ENTRY_NOT_FOUND if a callback to deregister is not registered for the event
+ *  @param event     1 to ADVISER_EVENT_MAX; to register, not PRE-FAILED-PORT-DELETED-FROM-SWID
+ *  @param callback  the callback; a null pointer to deregister is not found
+ *  @retval KY_STATUS_SUCCESS               the callback is registered or deregistered
+ *  @retval KY_STATUS_CMD_UNSUPPORTED       cmd is another command
+ *  @retval KY_STATUS_PARAM_NULL            to register: callback is null
+ *  @retval KY_STATUS_PARAM_ERROR           to register: event is PRE-FAILED-PORT-DELETED-FROM-SWID
+ *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE   event is not 1 to ADVISER_EVENT_MAX
+ *  @retval KY_STATUS_DB_NOT_INITIALIZED    there is no registry
+ *  @retval KY_STATUS_ENTRY_ALREADY_EXISTS  to register: the callback is registered for the event,
+ *                                          which is logged at notice level
+ *  @retval KY_STATUS_NO_RESOURCES          to register: 255 registrations exist, or memory is short
+ *  @retval KY_STATUS_ENTRY_NOT_FOUND       to deregister: the callback is not registered for event
  */
 KY_EXPORT ky_status_t
 adviser_register_event(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t callback);
 
 /** Calls the callbacks of an event until one fails.
  *
- *  @param event       1 to 51
- *  @param event_data  handed to every callback as it is, and not looked at; may be null
- *  @return  KY_STATUS_SUCCESS if all succeeded, or there is none;
- *           the failing callback's own status, whatever the rollback brings;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for an event outside 1 to 51;
- *           KY_STATUS_DB_NOT_INITIALIZED without a registry
+ *  A failure is logged, and a second error if the event is DEVICE-DELETED, which has no rollback. A
+ *  callback that fails in a rollback is logged, and the rollback goes on. These are the events:
+ *
+ *  @table adviser_event
+ *
+ *  @param event       1 to ADVISER_EVENT_MAX
+ *  @param event_data  argument of the callbacks, which the adviser does not read; may be null
+ *  @return            the status of the callback that fails, whatever a rollback returns, or
+ *  @retval KY_STATUS_SUCCESS              all callbacks succeed, or none is registered
+ *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  event is not 1 to ADVISER_EVENT_MAX
+ *  @retval KY_STATUS_DB_NOT_INITIALIZED   there is no registry
  */
 KY_EXPORT ky_status_t adviser_process_event(adviser_event_t event, void* event_data);
 
-/** Gets or sets the verbosity of module "ADVISER", 3 at load. Any thread may call it.
+/** Gets or sets the verbosity of module "ADVISER", which is 3 at load.
  *
  *  @param cmd              KY_ACCESS_CMD_GET or KY_ACCESS_CMD_SET
- *  @param[in,out] level_p  the level, 0 (silent) to 8 (all); a larger one is stored too and prints
- *                          all; not null for these two commands
+ *  @param[in,out] level_p  the level, 0 (silent) to 8 (everything); a higher level is stored, and
+ *                          prints everything. It may be null for another command
  *  @return                 KY_STATUS_SUCCESS, or KY_STATUS_CMD_UNSUPPORTED for another command
  */
 KY_EXPORT ky_status_t adviser_log_verbosity_level(ky_access_cmd_t cmd, uint32_t* level_p);
+
+/** @} */
 
 #ifdef __cplusplus
 }

@@ -1,7 +1,7 @@
 /** @file
- * Which types of port the SDK's API functions accept, and the check that asks.
+ * The types of port that API functions of the SDK accept.
  *
- * An API function calls the check with its own row number and the logical port that it was given:
+ * An API function checks the logical port that it is called with against its row of the table:
  *
  *     if (!is_port_type_valid(16, log_port)) {
  *         return KY_STATUS_PARAM_ERROR;
@@ -16,36 +16,45 @@
 extern "C" {
 #endif
 
-/** Number of rows of the dictionary, its two sentinels included. */
+/** The number of rows of port_type_validation_table, with its two sentinels. */
 #define PORT_TYPE_VALIDATION_ROWS 174
 
-/** A row of the dictionary. */
+/** A row of port_type_validation_table. These are the bits of allowed_port_types:
+ *
+ *  @table port_type_bit
+ */
 typedef struct port_type_validation_entry {
-    /** The API function that the row stands for: static text, for readers of the table. */
-    const char* func_name;
-    /** The types of port that it accepts, one bit each: 0x01 Network, 0x02 LAG, 0x04 Vport,
-     *  0x08 VLAG, 0x10 NVE, 0x20 CPU. */
-    uint8_t allowed_port_types;
+    const char* func_name;      /**< name of the API function; the library does not read it */
+    uint8_t allowed_port_types; /**< the types of port that it accepts, one bit each */
 } port_type_validation_entry_t;
 
-/** The dictionary: row `enum_id` is the API function's. Rows 0 and 173 are sentinels that accept
- *  nothing. The library only reads it; whoever writes it must see to it that no check runs. */
+/** The API functions, and the types of port that each accepts.
+ *
+ *  The library reads the table in is_port_type_valid, and does not write it. A caller that writes
+ *  it must do so while no check runs. Rows 0 and 173 are sentinels that accept nothing. The other
+ *  rows are these, which `kriolilglu port` prints too:
+ *
+ *  @table port
+ */
 KY_EXPORT extern port_type_validation_entry_t port_type_validation_table[PORT_TYPE_VALIDATION_ROWS];
 
-/** Checks that an API function accepts a port's type. A refusal logs one error message that says
- *  why. It traces entry and exit, and any thread may call it.
+/** Checks that an API function accepts the type of a port. A refusal logs one error message. The
+ *  function traces entry and exit, and is thread-safe. These are the rows:
  *
- *  @param enum_id   row of the API function, 1 to 172
- *  @param log_port  logical port ID; bits 31 to 28 are the port's type, the others do not matter
- *  @return          1 if the function accepts the type; 0 if not, or if enum_id is not such a row
+ *  @table port
+ *
+ *  @param enum_id   row of the API function in port_type_validation_table, 1 to 172
+ *  @param log_port  logical port ID; bits 31 to 28 are the type, a `ky_port_type_t`, and the others
+ *                   are ignored
+ *  @return          1 if the function accepts the type; 0 if it does not, or enum_id is not a row
  */
 KY_EXPORT uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port);
 
-/** Sets the verbosity of module "PORT_TYPE_VALIDATE", 3 at load.
+/** Sets the verbosity of module "PORT_TYPE_VALIDATE", which is 3 at load.
  *
- *  Traces its entry at the old level and its exit at the new one. Any thread may call it.
+ *  It traces entry at the old level and exit at the new one, and is thread-safe.
  *
- *  @param level  0 (silent) to 8 (all); a larger level is stored too and prints all
+ *  @param level  0 (silent) to 8 (everything); a higher level is stored, and prints everything
  *  @return       KY_STATUS_SUCCESS
  */
 KY_EXPORT ky_status_t port_type_validate_log_verbosity_level_set(uint32_t level);

@@ -1,11 +1,11 @@
 /** @file
- * Validation of the arguments of the router's multicast API calls, before the router acts on them.
+ * Validation of the arguments of the router's multicast API calls.
  *
- * Each function runs its checks in a fixed order, logs one error message under module
- * "KY_API_ROUTER" for the first one that fails, and returns its status. All but the verbosity
- * setter trace entry and exit. None keeps state or changes an argument; any thread may call any of
- * them, as long as no other one changes the records meanwhile. A command that a function does not
- * name passes its command-specific checks. */
+ * Each function checks its arguments in a fixed order, logs one error message under module
+ * "KY_API_ROUTER" for the first check that fails, and returns the status of that check. Commands
+ * are not checked: one that a function does not name passes what is checked for named ones. The
+ * functions trace entry and exit, except the verbosity setter, and are thread-safe while no thread
+ * changes the records. */
 #ifndef KY_ROUTER_UTILS_VALIDATE_H
 #define KY_ROUTER_UTILS_VALIDATE_H
 
@@ -18,16 +18,15 @@ extern "C" {
 
 /** @name Records
  *
- *  Every 32-bit word of an address or a mask is a number in host byte order: 224.1.2.3 is
- *  0xE0010203. A flag is set only if it equals 1. Fields that are not examined here are the router
- *  API's.
+ *  Each 32-bit word of an address or a mask is a number in host byte order: 224.1.2.3 is
+ *  0xE0010203. A flag is set only if it is 1. Fields that are not checked belong to the router API.
  *  @{ */
 
-/** The highest ID of an RPF group; the lowest one is 0. */
+/** The highest ID of an RPF group; the lowest is 0. */
 #define KY_RPF_GROUP_ID_MAX 511U
-/** The highest value of a user token and of its mask: twelve bits. */
+/** The highest value of a user token and of its mask, 12 bits. */
 #define KY_USER_TOKEN_MAX 0xFFFU
-/** The most entries that one get-first or get-next may ask for. */
+/** The largest number of entries that GET_FIRST or GET_NEXT may request. */
 #define KY_MC_ROUTE_ENTRIES_MAX 128U
 
 /** An IPv4 address and its bit mask (not a length). */
@@ -44,53 +43,65 @@ typedef struct ky_ipv6_prefix {
 
 /** An address with a bit mask of the same form. */
 typedef struct ky_ip_prefix {
-    ky_ip_version_t version; /**< 1 IPv4, 2 IPv6; 0 and 3 are judged by the IPv6 words */
+    ky_ip_version_t version; /**< 1 IPv4 or 2 IPv6; 0 and 3 use the IPv6 words */
     union {
-        ky_ipv4_prefix_t ipv4; /**< as prefix.ipv4, for version 1 */
-        ky_ipv6_prefix_t ipv6; /**< as prefix.ipv6, for every other one */
-    } prefix; /**< the address and the mask, in the form that the version asks for */
+        ky_ipv4_prefix_t ipv4; /**< as prefix.ipv4: for version 1 */
+        ky_ipv6_prefix_t ipv6; /**< as prefix.ipv6: for other versions */
+    } prefix;                  /**< the address and its mask, in the form of the version */
 } ky_ip_prefix_t;
 
-/** What names a multicast route. */
+/** The key of a multicast route. The check of a key fails if, in this order,
+ *
+ *  1. the version of the group is above 3: KY_STATUS_PARAM_EXCEEDS_RANGE;
+ *  2. the version of the source is above 3: KY_STATUS_PARAM_EXCEEDS_RANGE;
+ *  3. the two versions differ: KY_STATUS_PARAM_ERROR;
+ *  4. the group is not in 224.0.0.0/4 or ff00::/8: KY_STATUS_PARAM_EXCEEDS_RANGE. A group that is
+ *     all zero, address and mask, stands for any group and passes; 255.255.255.255 fails in step 6;
+ *  5. the mask of the source is not contiguous, or its address has bits outside the mask:
+ *     KY_STATUS_PARAM_ERROR;
+ *  6. the mask of the group does not cover 224.0.0.0/4 or ff00::/8, or its address has bits outside
+ *     the mask, or its version is 0 or 3, unless it is all zero: KY_STATUS_PARAM_ERROR. The mask
+ *     need not be contiguous.
+ */
 typedef struct ky_mc_route_key {
-    ky_ip_prefix_t source_addr;   /**< the senders */
-    ky_ip_prefix_t mc_group_addr; /**< the group; all zero, address and mask: any group */
+    ky_ip_prefix_t source_addr;   /**< the source */
+    ky_ip_prefix_t mc_group_addr; /**< the group */
 } ky_mc_route_key_t;
 
 /** An entry of a list of RPF interfaces. */
 typedef struct ky_router_vinterface {
-    ky_router_vinterface_type_t type; /**< 0 RIF, 1 IP in IP, 2 MPLS or 3 NVE */
-    uint32_t id;                      /**< not examined here */
+    ky_router_vinterface_type_t type; /**< 0 to 3 */
+    uint32_t id;                      /**< not checked */
 } ky_router_vinterface_t;
 
 /** The attributes of a multicast route. */
 typedef struct ky_mc_route_attr {
     ky_router_rpf_action_t rpf_action; /**< 0 to 5 */
-    ky_mc_router_ttl_cmd_t ttl_cmd;    /**< 1 Dec or 2 Set */
-    uint32_t router_word_1;            /**< not examined here */
-    ky_router_prio_type_t prio_type;   /**< 1 MANUAL or 2 LPM */
-    uint32_t router_word_2;            /**< not examined here */
-    uint32_t rpf_group_id;             /**< 0 to 511; counts for RPF actions 4 and 5 */
+    ky_mc_router_ttl_cmd_t ttl_cmd;    /**< 1 or 2 */
+    uint32_t router_word_1;            /**< not checked */
+    ky_router_prio_type_t prio_type;   /**< 1 or 2 (LPM) */
+    uint32_t router_word_2;            /**< not checked */
+    uint32_t rpf_group_id;             /**< 0 to 511; checked for RPF actions 4 and 5 */
     uint32_t user_token_valid;         /**< 1 if the route carries a user token */
     uint16_t user_token_value;         /**< 0 to 0xFFF */
     uint16_t user_token_mask;          /**< 0 to 0xFFF */
 } ky_mc_route_attr_t;
 
-/** The forwarding part of a multicast route, as far as it is examined here. */
+/** The forwarding data of a multicast route: the fields that are checked. */
 typedef struct ky_mc_route_data {
     ky_router_action_t action;    /**< 0 to 4 */
     uint32_t egress_rif_cnt;      /**< number of egress router interfaces (RIFs) */
-    uint32_t egress_container_id; /**< 0 for none; not together with egress RIFs */
+    uint32_t egress_container_id; /**< 0 for none, as it must be with egress RIFs */
 } ky_mc_route_data_t;
 
-/** Which multicast routes a get is about, as far as it is examined here. */
+/** A filter for multicast routes: the fields that are checked. */
 typedef struct ky_mc_route_get_filter {
-    uint32_t source_addr_valid;                 /**< 1: by source */
-    ky_ip_prefix_t source_addr;                 /**< the source; read if source_addr_valid is 1 */
-    uint32_t mc_group_addr_valid;               /**< 1: by group */
-    ky_ip_prefix_t mc_group_addr;               /**< the group; read if mc_group_addr_valid is 1 */
-    uint32_t ingress_rif_valid;                 /**< 1: by ingress RIF */
-    uint32_t ingress_rif_incl_rpf_groups_valid; /**< 1: by ingress RIF including RPF groups */
+    uint32_t source_addr_valid;                 /**< 1: filter by source */
+    ky_ip_prefix_t source_addr;                 /**< the source, if source_addr_valid is 1 */
+    uint32_t mc_group_addr_valid;               /**< 1: filter by group */
+    ky_ip_prefix_t mc_group_addr;               /**< the group, if mc_group_addr_valid is 1 */
+    uint32_t ingress_rif_valid;                 /**< 1: filter by ingress RIF */
+    uint32_t ingress_rif_incl_rpf_groups_valid; /**< 1: filter by ingress RIF and RPF groups */
 } ky_mc_route_get_filter_t;
 
 /** @} */
@@ -98,45 +109,65 @@ typedef struct ky_mc_route_get_filter {
 /** @name Routes
  *  @{ */
 
-/** Judges the arguments of creating, editing or deleting a multicast route.
+/** Validates the arguments of a call that creates, edits or deletes a multicast route.
  *
- *  A key is judged by its IP versions, which must be equal and 0 to 3; by its group, which must lie
- *  in 224.0.0.0/4 or ff00::/8 with a mask that covers the range and the address, or be all zero
- *  (and must be, for versions 0 and 3); and by its source, whose mask must be contiguous and cover
- *  the address. The group's mask need not be contiguous, unless the priority type is LPM.
+ *  The call fails if, in this order,
  *
- *  @param cmd              ADD and EDIT judge everything, DELETE_ALL the key's IP versions alone,
- *                          every other command the key
- *  @param vrid             the virtual router; not examined
- *  @param mc_route_key_p   may be null for DELETE_ALL
- *  @param mc_route_attr_p  read for ADD and EDIT only, and then not null
- *  @param mc_route_data_p  read for ADD and EDIT only, and then not null
- *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_NULL for a missing key;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3, a group outside the multicast
- *           ranges, or a user token value or mask above 0xFFF;
- *           KY_STATUS_PARAM_ERROR for every other fault, the group 255.255.255.255 included
+ *  1. the key is null: KY_STATUS_PARAM_NULL, except for DELETE_ALL;
+ *  2. the check of the key below fails, of which DELETE_ALL has steps 1 to 3 only;
+ *
+ *  and for ADD and EDIT then
+ *
+ *  1. rpf_action is above 5: KY_STATUS_PARAM_ERROR;
+ *  2. rpf_action is 4 or 5 and rpf_group_id is above 511: KY_STATUS_PARAM_ERROR;
+ *  3. prio_type is neither 1 nor 2: KY_STATUS_PARAM_ERROR;
+ *  4. prio_type is 2 (LPM) and the mask of the group is not contiguous: KY_STATUS_PARAM_ERROR;
+ *  5. ttl_cmd is neither 1 nor 2: KY_STATUS_PARAM_ERROR;
+ *  6. user_token_valid is 1 and user_token_mask is above 0xFFF: KY_STATUS_PARAM_EXCEEDS_RANGE;
+ *  7. user_token_valid is 1 and user_token_value is above 0xFFF: KY_STATUS_PARAM_EXCEEDS_RANGE;
+ *  8. action is above 4: KY_STATUS_PARAM_ERROR;
+ *  9. neither egress_container_id nor egress_rif_cnt is 0: KY_STATUS_PARAM_ERROR.
+ *
+ *  The check of the key is that of all functions. @copydetails ky_mc_route_key_t
+ *
+ *  @param cmd              the command
+ *  @param vrid             the virtual router; not checked
+ *  @param mc_route_key_p   the key; may be null for DELETE_ALL
+ *  @param mc_route_attr_p  the attributes; read for ADD and EDIT only, and then not null
+ *  @param mc_route_data_p  the forwarding data; read for ADD and EDIT only, and then not null
+ *  @return                 KY_STATUS_SUCCESS, or the status of the first check that fails
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     const ky_mc_route_attr_t* mc_route_attr_p, const ky_mc_route_data_t* mc_route_data_p);
 
-/** Judges the arguments of reading, iterating or counting multicast routes.
+/** Validates the arguments of a call that reads, iterates or counts multicast routes.
  *
- *  A filter's group must lie in the multicast ranges too; an all-zero one is not exempt there.
+ *  The call fails if, in this order,
  *
- *  @param cmd                 GET judges the key and ignores the filter, every other command the
- *                             filter; GET_FIRST and GET_NEXT may ask for at most 128 entries
- *  @param vrid                the virtual router; not examined
- *  @param mc_route_key_p      read for GET only, and then not null
- *  @param filter_p            null for none; not read for GET
- *  @param mc_route_entries_p  not examined
- *  @param entries_count_p     number of entries asked for, 1 or more; not read for COUNT, not null
- *                             for every other command
- *  @return  KY_STATUS_SUCCESS;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for too many entries, an IP version above 3 in the key,
- *           or a group outside the multicast ranges;
- *           KY_STATUS_PARAM_ERROR for every other fault, the group 255.255.255.255 and an IP
- *           version above 3 in the filter included
+ *  1. the count is 0: KY_STATUS_PARAM_ERROR, except for COUNT;
+ *  2. for GET, the check of the key below fails; the following steps are not for GET;
+ *  3. for GET_FIRST and GET_NEXT, the count is above 128: KY_STATUS_PARAM_EXCEEDS_RANGE;
+ *  4. the version of a source to filter by is above 3: KY_STATUS_PARAM_ERROR;
+ *  5. the mask of that source is not contiguous, or its address has bits outside the mask:
+ *     KY_STATUS_PARAM_ERROR;
+ *  6. the version of a group to filter by is above 3: KY_STATUS_PARAM_ERROR;
+ *  7. that group is not in 224.0.0.0/4 or ff00::/8: KY_STATUS_PARAM_EXCEEDS_RANGE, also if it is
+ *     all zero; 255.255.255.255 fails in step 8;
+ *  8. the mask of that group does not cover 224.0.0.0/4 or ff00::/8, or its address has bits
+ *     outside the mask, or its version is 0 or 3: KY_STATUS_PARAM_ERROR;
+ *  9. ingress_rif_valid and ingress_rif_incl_rpf_groups_valid are both 1: KY_STATUS_PARAM_ERROR.
+ *
+ *  The check of the key is that of all functions. @copydetails ky_mc_route_key_t
+ *
+ *  @param cmd                 the command
+ *  @param vrid                the virtual router; not checked
+ *  @param mc_route_key_p      the key; read for GET only, and then not null
+ *  @param filter_p            the filter, or null for none; not read for GET
+ *  @param mc_route_entries_p  not checked
+ *  @param entries_count_p     number of entries requested; not read for COUNT, and not null for
+ *                             every other command
+ *  @return                    KY_STATUS_SUCCESS, or the status of the first check that fails
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
@@ -147,80 +178,75 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
 
 /** @name Calls about one route
  *
- *  These functions judge the key as a route set of any command but DELETE_ALL does. The key must
- *  not be null, and the other pointers are not examined.
+ *  The key must not be null. The other pointers are not checked.
  *  @{ */
 
-/** Judges the arguments of setting a route's egress RIFs.
+/** Validates the arguments of a call that sets the egress RIFs of a route: the key, then the count.
  *
- *  @param cmd                ADD and DELETE need a count above 0
- *  @param vrid               the virtual router; not examined
- *  @param mc_route_key_p     the route
- *  @param egress_rif_list_p  not examined
+ *  @copydetails ky_mc_route_key_t
+ *
+ *  @param cmd                the command; ADD and DELETE fail with KY_STATUS_PARAM_ERROR if the
+ *                            count is 0
+ *  @param vrid               the virtual router; not checked
+ *  @param mc_route_key_p     the key
+ *  @param egress_rif_list_p  not checked
  *  @param egress_rif_cnt     number of egress RIFs
- *  @return  KY_STATUS_SUCCESS;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
- *           multicast ranges;
- *           KY_STATUS_PARAM_ERROR for every other fault
+ *  @return                   KY_STATUS_SUCCESS, or the status of the first check that fails
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     const void* egress_rif_list_p, uint32_t egress_rif_cnt);
 
-/** Judges the arguments of getting a route's egress RIFs.
+/** Validates the arguments of a call that gets the egress RIFs of a route: the key.
  *
- *  @param vrid               the virtual router; not examined
- *  @param mc_route_key_p     the route
- *  @param egress_rif_list_p  not examined
- *  @param egress_rif_cnt_p   not examined
- *  @return  KY_STATUS_SUCCESS;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
- *           multicast ranges;
- *           KY_STATUS_PARAM_ERROR for every other fault
+ *  @copydetails ky_mc_route_key_t
+ *
+ *  @param vrid               the virtual router; not checked
+ *  @param mc_route_key_p     the key
+ *  @param egress_rif_list_p  not checked
+ *  @param egress_rif_cnt_p   not checked
+ *  @return                   KY_STATUS_SUCCESS, or the status of the first check that fails
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_get(
     uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p, const void* egress_rif_list_p,
     const void* egress_rif_cnt_p);
 
-/** Judges the arguments of getting a route's activity.
+/** Validates the arguments of a call that gets the activity of a route: the key.
  *
- *  @param cmd             not examined
- *  @param vrid            the virtual router; not examined
- *  @param mc_route_key_p  the route
- *  @param activity_p      not examined
- *  @return  KY_STATUS_SUCCESS;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
- *           multicast ranges;
- *           KY_STATUS_PARAM_ERROR for every other fault
+ *  @copydetails ky_mc_route_key_t
+ *
+ *  @param cmd             not checked
+ *  @param vrid            the virtual router; not checked
+ *  @param mc_route_key_p  the key
+ *  @param activity_p      not checked
+ *  @return                KY_STATUS_SUCCESS, or the status of the first check that fails
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_activity_get(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     const void* activity_p);
 
-/** Judges the arguments of binding a counter to a route, or unbinding it.
+/** Validates the arguments of a call that binds or unbinds a counter: the key, then the counter.
  *
- *  @param cmd             BIND needs a counter
- *  @param vrid            the virtual router; not examined
- *  @param mc_route_key_p  the route
- *  @param counter_id      the counter; 0 is none
- *  @return  KY_STATUS_SUCCESS;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
- *           multicast ranges;
- *           KY_STATUS_PARAM_ERROR for every other fault
+ *  @copydetails ky_mc_route_key_t
+ *
+ *  @param cmd             the command; BIND fails with KY_STATUS_PARAM_ERROR if the counter is 0
+ *  @param vrid            the virtual router; not checked
+ *  @param mc_route_key_p  the key
+ *  @param counter_id      the counter
+ *  @return                KY_STATUS_SUCCESS, or the status of the first check that fails
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     uint32_t counter_id);
 
-/** Judges the arguments of getting the counter that is bound to a route.
+/** Validates the arguments of a call that gets the counter of a route: the key.
  *
- *  @param vrid            the virtual router; not examined
- *  @param mc_route_key_p  the route
- *  @param counter_id_p    not examined
- *  @return  KY_STATUS_SUCCESS;
- *           KY_STATUS_PARAM_EXCEEDS_RANGE for an IP version above 3 or a group outside the
- *           multicast ranges;
- *           KY_STATUS_PARAM_ERROR for every other fault
+ *  @copydetails ky_mc_route_key_t
+ *
+ *  @param vrid            the virtual router; not checked
+ *  @param mc_route_key_p  the key
+ *  @param counter_id_p    not checked
+ *  @return                KY_STATUS_SUCCESS, or the status of the first check that fails
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
     uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p, const void* counter_id_p);
@@ -230,26 +256,32 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
 /** @name RPF groups
  *  @{ */
 
-/** Judges the arguments of setting an RPF group.
+/** Validates the arguments of a call that sets an RPF group.
  *
- *  @param cmd             CREATE and DELETE_ALL do not look at the ID; CREATE and SET need a count
- *                         above 0
- *  @param rpf_group_id_p  the ID, 0 to 511; not null unless the command does not look at it
- *  @param rpf_vif_list_p  the group's interfaces, each of a type from 0 to 3; not null unless the
- *                         count is 0
- *  @param rpf_vif_cnt     number of interfaces in the list
+ *  The call fails with KY_STATUS_PARAM_ERROR if, in this order,
+ *
+ *  1. the ID is above 511, except for CREATE and DELETE_ALL;
+ *  2. the count is 0, for CREATE and SET;
+ *  3. the type of an interface is above 3.
+ *
+ *  @param cmd             the command
+ *  @param rpf_group_id_p  ID of the group; not read for CREATE and DELETE_ALL, and not null for
+ *                         every other command
+ *  @param rpf_vif_list_p  the interfaces of the group; not null unless the count is 0
+ *  @param rpf_vif_cnt     number of interfaces
  *  @return                KY_STATUS_SUCCESS or KY_STATUS_PARAM_ERROR
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_set(
     ky_access_cmd_t cmd, const uint32_t* rpf_group_id_p,
     const ky_router_vinterface_t* rpf_vif_list_p, uint32_t rpf_vif_cnt);
 
-/** Judges the arguments of getting an RPF group.
+/** Validates the arguments of a call that gets an RPF group. It fails with KY_STATUS_PARAM_ERROR if
+ *  the ID is above 511, for GET and GET_NEXT.
  *
- *  @param cmd             GET and GET_NEXT look at the ID
- *  @param rpf_group_id_p  the ID, 0 to 511; not null for those two
- *  @param rpf_vif_list_p  not examined
- *  @param rpf_vif_cnt_p   not examined
+ *  @param cmd             the command
+ *  @param rpf_group_id_p  ID of the group; read for GET and GET_NEXT only, and then not null
+ *  @param rpf_vif_list_p  not checked
+ *  @param rpf_vif_cnt_p   not checked
  *  @return                KY_STATUS_SUCCESS or KY_STATUS_PARAM_ERROR
  */
 KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_get(
@@ -261,9 +293,9 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_get(
 /** @name Verbosity
  *  @{ */
 
-/** Sets the verbosity of module "KY_API_ROUTER", 3 at load. It does not trace.
+/** Sets the verbosity of module "KY_API_ROUTER", which is 3 at load. It does not trace.
  *
- *  @param level  0 (silent) to 8 (all); a larger level is stored too and prints all
+ *  @param level  0 (silent) to 8 (everything); a higher level is stored, and prints everything
  *  @return       KY_STATUS_SUCCESS
  */
 KY_EXPORT ky_status_t ky_router_utils_log_verbosity_set(uint32_t level);

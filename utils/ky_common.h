@@ -1,7 +1,7 @@
 /** @file
- * The frame that every module stands on: status codes, access commands, the log statement, traces.
+ * Status codes, access commands, log statements and traces.
  *
- * A source that logs names its module and its verbosity variable before it uses the statements:
+ * A source that logs defines the name of its module and its verbosity variable:
  *
  *     #define KY_LOG_MODULE "PORT"
  *     #define KY_LOG_VERBOSITY port_verbosity_level
@@ -18,31 +18,38 @@
  *         }
  *         KY_TRACE_EXIT();
  *         return status;
- *     }
- *
- * The header is C99 and C++11 or later; it needs GCC 12 or clang 14, or a later one of them. */
+ *     } */
 #ifndef KY_COMMON_H
 #define KY_COMMON_H
 
 #include <kylog/kylog.h>
 #include <stdint.h>
 
-/* The version is stated here alone; the build reads it from these lines. */
-#define KRIOLILGLU_VERSION_MAJOR 1 /**< rises with the soname */
-#define KRIOLILGLU_VERSION_MINOR 0 /**< rises with something new */
-#define KRIOLILGLU_VERSION_PATCH 0 /**< rises with a correction */
+/** @name Version of the headers
+ *
+ *  The library that a program runs with may be later than the headers that it was compiled with,
+ *  but has the same major version.
+ *  @{ */
 
-/** The version as one number, 10203 for 1.2.3. It is that of the headers that a program is compiled
- *  with; the library that it runs with may be a later one of the same major version. */
+/* The build reads the version from these lines. */
+#define KRIOLILGLU_VERSION_MAJOR 1 /**< incremented with the soname */
+#define KRIOLILGLU_VERSION_MINOR 0 /**< incremented for additions */
+#define KRIOLILGLU_VERSION_PATCH 0 /**< incremented for corrections */
+
+/** The version as one number: 10203 for 1.2.3. */
 #define KRIOLILGLU_VERSION \
     (KRIOLILGLU_VERSION_MAJOR * 10000 + KRIOLILGLU_VERSION_MINOR * 100 + KRIOLILGLU_VERSION_PATCH)
 
-/** Marks what the library exports; everything else is built hidden. */
+/** @} */
+
+/** @name Declarations
+ *  @{ */
+
+/** Gives a function or an object default visibility. The library hides everything else. */
 #define KY_EXPORT __attribute__((visibility("default")))
 
-/** Opens an enumeration whose values are 32 bits wide and unsigned in C and in C++ alike. A value
- *  without a constant of its own is a value like any other: a plain C enumeration would let a
- *  compiler assume that there is none. */
+/** Begins an enumeration of 32 bits, unsigned in C and in C++. A value without a constant is valid;
+ *  of a plain C enumeration a compiler may assume that it does not occur. */
 #ifdef __cplusplus
 #define KY_ENUM(name) enum name : uint32_t
 #else
@@ -51,8 +58,13 @@
     enum
 #endif
 
-/** What a fallible operation reports. Every value but KY_STATUS_SUCCESS is a failure; the values
- *  are part of the binary interface. `ky_status_str` gives each its phrase. */
+/** @} */
+
+/** @name Status codes
+ *  @{ */
+
+/** The status of an operation. Every value other than KY_STATUS_SUCCESS is a failure. The values
+ *  are part of the binary interface; `ky_status_str` names them. */
 KY_ENUM(ky_status_t){
     KY_STATUS_SUCCESS = 0,
     KY_STATUS_ERROR = 1,
@@ -96,7 +108,12 @@ KY_ENUM(ky_status_t){
     KY_STATUS_DRIVER_RETURNED_NON_ZERO = 102,
 };
 
-/** What a call is asked to do. `ky_access_cmd_str` gives each command its name. */
+/** @} */
+
+/** @name Access commands
+ *  @{ */
+
+/** The operation that a call requests. `ky_access_cmd_str` names the commands. */
 KY_ENUM(ky_access_cmd_t){
     KY_ACCESS_CMD_NONE = 0,
     KY_ACCESS_CMD_ADD = 1,
@@ -136,10 +153,12 @@ KY_ENUM(ky_access_cmd_t){
     KY_ACCESS_CMD_MARK = 35,
 };
 
-/** @name Words that any thread may read and write
+/** @} */
+
+/** @name Access to words that threads share
  *
- *  Verbosity, settings and the trace flag are plain words without a lock. Relaxed atomic access to
- *  them costs what a plain one does, and is no data race.
+ *  Verbosity, settings and the trace flag are plain words without a lock. Relaxed atomic access
+ *  costs as much as plain access, and is not a data race.
  *  @{ */
 
 /** Reads a 32-bit word that other threads may write. */
@@ -152,49 +171,51 @@ KY_ENUM(ky_access_cmd_t){
 /** @name Severity masks and verbosity levels
  *  @{ */
 
-#define KY_LOG_MASK_ERROR 1U   /**< printed from level 1 on */
-#define KY_LOG_MASK_WARNING 3U /**< printed from level 2 on */
-#define KY_LOG_MASK_NOTICE 7U  /**< printed from level 3 on */
-#define KY_LOG_MASK_INFO 15U   /**< printed from level 4 on */
-#define KY_LOG_MASK_DEBUG 31U  /**< printed from level 5 on */
+#define KY_LOG_MASK_ERROR 1U   /**< printed at level 1 and above */
+#define KY_LOG_MASK_WARNING 3U /**< printed at level 2 and above */
+#define KY_LOG_MASK_NOTICE 7U  /**< printed at level 3 and above */
+#define KY_LOG_MASK_INFO 15U   /**< printed at level 4 and above */
+#define KY_LOG_MASK_DEBUG 31U  /**< printed at level 5 and above */
 
-#define KY_LOG_LEVEL_MIN 0U     /**< a module at this level says nothing, errors included */
+#define KY_LOG_LEVEL_MIN 0U     /**< silent, errors included */
 #define KY_LOG_LEVEL_DEFAULT 3U /**< errors, warnings and notices */
-#define KY_LOG_LEVEL_MAX 8U     /**< the highest level with a name; a higher one prints all too */
+#define KY_LOG_LEVEL_MAX 8U     /**< everything; so is every higher level */
 
-/** The level, 1 (error) to 5 (debug), from which a module prints statements of a mask, which is
- *  unsigned. */
+/** The lowest level, 1 (error) to 5 (debug), that prints messages of an unsigned mask. */
 #define KY_LOG_LEVEL(mask) KY_CAST(uint32_t, __builtin_ctz((mask) + 1U))
 
-/** Seven characters each, as they stand in a record; the last one is for a level without a name. */
+/** The names of the levels in a trace record, 7 characters each; the last is for other levels. */
 __attribute__((unused)) static const char ky_log_level_names[][8] = {
     "NONE   ", "ERROR  ", "WARN   ", "NOTICE ", "INFO   ",
     "DEBUG  ", "FUNCS  ", "FRAMES ", "ALL    ", "UNKNOWN",
 };
 
-/** The name of a mask's level, as it stands in a record. */
+/** The name of a mask's level in a trace record. */
 #define KY_LOG_LEVEL_NAME(mask) ky_log_level_names[KY_LOG_LEVEL(mask) <= 8 ? KY_LOG_LEVEL(mask) : 9]
 
 /** @} */
 
-/** @name The log statement
+/** @name Log statements
  *
- *  KY_LOG_ERROR(format, ...) and its sisters are expressions of type void. The format is a string
- *  literal with up to nine arguments. If the module's verbosity lets the statement through, it goes
- *  to `ky_log` and then to `ky_trace_cbuff_log`; if not, it costs one load, one comparison and a
- *  branch. C and C++11 evaluate the arguments once for each of the two, so they must be pure.
+ *  Each is an expression of type void, except KY_FAIL. It takes a printf format, which must be a
+ *  string literal, and up to nine values. If the verbosity of the module admits the message, it
+ *  goes to `ky_log` and then to `ky_trace_cbuff_log`; otherwise the statement costs one load, one
+ *  comparison and one branch. In C and C++11 both calls evaluate the values, which must not have
+ *  side effects.
+ *
+ *  The source defines KY_LOG_MODULE, a string, and KY_LOG_VERBOSITY, a variable of type uint32_t.
  *  @{ */
 
 #define KY_LOG_ERROR(...) KY_LOG(KY_LOG_MASK_ERROR, __VA_ARGS__)     /**< a failure */
-#define KY_LOG_WARNING(...) KY_LOG(KY_LOG_MASK_WARNING, __VA_ARGS__) /**< what may become one */
-#define KY_LOG_NOTICE(...) KY_LOG(KY_LOG_MASK_NOTICE, __VA_ARGS__)   /**< a rare, normal event */
-#define KY_LOG_INFO(...) KY_LOG(KY_LOG_MASK_INFO, __VA_ARGS__)       /**< a usual one */
+#define KY_LOG_WARNING(...) KY_LOG(KY_LOG_MASK_WARNING, __VA_ARGS__) /**< a possible failure */
+#define KY_LOG_NOTICE(...) KY_LOG(KY_LOG_MASK_NOTICE, __VA_ARGS__)   /**< a rare event */
+#define KY_LOG_INFO(...) KY_LOG(KY_LOG_MASK_INFO, __VA_ARGS__)       /**< a usual event */
 #define KY_LOG_DEBUG(...) KY_LOG(KY_LOG_MASK_DEBUG, __VA_ARGS__)     /**< for developers */
 
-/** A statement of a severity mask, which must be a constant. */
+/** Logs a message with a severity mask, which must be a constant. */
 #define KY_LOG(mask, ...) KY_LOG_IN(__func__, mask, __VA_ARGS__)
 
-/** Logs an error and yields the status, a `ky_status_t`: `return KY_FAIL(status, format, ...);` */
+/** Logs an error and evaluates to the status, a `ky_status_t`, to be returned. */
 #ifdef __cplusplus
 #define KY_FAIL(status, ...) (KY_LOG_ERROR(__VA_ARGS__), (status))
 #else // where a constant of an enumeration is an int
@@ -205,17 +226,17 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 
 /** @name Entry and exit traces
  *
- *  A trace is a debug statement with a second gate, the logging library's flag. The flag and the
- *  verbosity are read afresh at each trace.
+ *  A trace is a message at debug level that also needs `g_ky_log_module_func_enable` of the logging
+ *  library to be set. Each trace reads both the flag and the verbosity.
  *  @{ */
 
-/** Traces that the enclosing function was entered. */
+/** Traces that the enclosing function is entered. */
 #define KY_TRACE_ENTRY() KY_TRACE_IN(__func__, "entered")
-/** Traces that it is about to be left. */
+/** Traces that the enclosing function is left. */
 #define KY_TRACE_EXIT() KY_TRACE_IN(__func__, "left")
 
 #ifdef __cplusplus
-/** Traces entry here, and exit when the enclosing function returns, wherever it does. */
+/** In C++, traces that the enclosing function is entered, and at its return that it is left. */
 #define KY_TRACE_FUNCTION() \
     KY_TRACE_ENTRY();       \
     KY_TRACE_AT_RETURN(__LINE__)

@@ -1,10 +1,8 @@
 /** @file
- * The services that every SDK module uses: function traces, argument checks, library settings,
- * accounted memory, and pools and maps with status codes.
+ * Function traces, argument checks, settings, accounted memory, pools and maps.
  *
- * No function here needs an initialisation, and messages stand under module "UTILS". Any thread may
- * call any of them at any time, but for one pool or map the caller lets one thread at a time. A
- * pointer must not be null unless it is said what happens then. */
+ * The functions need no initialisation and log under module "UTILS". They are thread-safe, except
+ * that a pool or a map takes one caller at a time. */
 #ifndef KY_UTILS_H
 #define KY_UTILS_H
 
@@ -21,29 +19,28 @@ extern "C" {
 /** @name Function traces and verbosity
  *  @{ */
 
-/** Writes an entry record under "UTILS", if function traces are on and its verbosity is 5 or more.
+/** Logs that a function is entered, if traces are on and the verbosity of "UTILS" is 5 or more.
  *
- *  @param function_name  the function that was entered; a string that need live for the call only
+ *  @param function_name  name of the function
  */
 KY_EXPORT void utils_ky_log_enter(const char* function_name);
 
-/** Writes an exit record under "UTILS", if function traces are on and its verbosity is 5 or more.
+/** Logs that a function is left, if traces are on and the verbosity of "UTILS" is 5 or more.
  *
- *  The argument checks (but for utils_check_msg_size), memory, pool set-up and database functions
- *  below return through it when they fail, so a process that puts a function of this name in front
- *  of the library sees each failure.
+ *  The argument checks (except utils_check_msg_size), the memory functions, pool initialisation and
+ *  the utils_db_ functions return their failures through it: a process can interpose it.
  *
- *  @param status         what the function is about to return
- *  @param function_name  the function that is left; a string that need live for the call only
- *  @return               status, unchanged
+ *  @param status         what the function returns
+ *  @param function_name  name of the function
+ *  @return               status
  */
 KY_EXPORT ky_status_t utils_ky_log_exit(ky_status_t status, const char* function_name);
 
-/** Sets the verbosity of module "UTILS", 3 at load.
+/** Sets the verbosity of module "UTILS", which is 3 at load.
  *
- *  Traces its entry at the old level and its exit at the new one.
+ *  It traces entry at the old level and exit at the new one.
  *
- *  @param level  0 (silent) to 8 (all); a larger level is stored too and prints all
+ *  @param level  0 (silent) to 8 (everything); a higher level is stored, and prints everything
  *  @return       KY_STATUS_SUCCESS
  */
 KY_EXPORT ky_status_t utils_log_verbosity_level_set(uint32_t level);
@@ -52,15 +49,14 @@ KY_EXPORT ky_status_t utils_log_verbosity_level_set(uint32_t level);
 
 /** @name Argument checks
  *
- *  Each check logs nothing and returns KY_STATUS_SUCCESS for a value that is acceptable. Otherwise
- *  it logs one error message that names the value and what would be accepted, and returns the
- *  status given with it; but for utils_check_msg_size it returns through utils_ky_log_exit. A value
- *  wider than its argument is cut to the argument's width. A description may be null.
+ *  A check that passes logs nothing. A check that fails logs one error message and returns through
+ *  utils_ky_log_exit, except utils_check_msg_size. A value that is wider than the argument is
+ *  truncated first.
  *  @{ */
 
 /** Checks that a pointer is not null.
  *
- *  @param pointer      any pointer; it is not followed
+ *  @param pointer      any pointer; it is not dereferenced
  *  @param description  what the pointer is, for the message, or null
  *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_NULL if the pointer is null
  */
@@ -73,7 +69,7 @@ KY_EXPORT ky_status_t utils_check_pointer(const void* pointer, const char* descr
  */
 KY_EXPORT ky_status_t utils_check_verbosity_level(uint32_t level);
 
-/** Checks that an array has elements.
+/** Checks that the length of an array is not 0.
  *
  *  @param length       number of elements, 1 or more
  *  @param description  what the array is, for the message, or null
@@ -81,7 +77,7 @@ KY_EXPORT ky_status_t utils_check_verbosity_level(uint32_t level);
  */
 KY_EXPORT ky_status_t utils_check_array_length(uint32_t length, const char* description);
 
-/** Checks that an array has a size.
+/** Checks that the size of an array is not 0.
  *
  *  @param size         size in bytes, 1 or more
  *  @param description  what the array is, for the message, or null
@@ -112,7 +108,7 @@ KY_EXPORT ky_status_t utils_check_mstp_inst_port_state(uint32_t port_state);
 
 /** Checks a switch partition ID.
  *
- *  @param swid  0 to 7, or 254, which the message does not mention
+ *  @param swid  0 to 7, or 254; the message names the range 0 to 7 only
  *  @return      KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
 KY_EXPORT ky_status_t utils_check_swid(uint8_t swid);
@@ -120,8 +116,7 @@ KY_EXPORT ky_status_t utils_check_swid(uint8_t swid);
 /** Checks the administrative state of a port.
  *
  *  @param admin_state  1 (Up) or 2 (Down)
- *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other, negative
- *                      ones included
+ *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other value
  */
 KY_EXPORT ky_status_t utils_check_port_admin_state(int32_t admin_state);
 
@@ -135,18 +130,17 @@ KY_EXPORT ky_status_t utils_check_device_id(uint8_t device_id);
 /** Checks the type of a device's node in the topology.
  *
  *  @param node_type  0 (ALL) to 5 (HYBRID)
- *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other, negative
- *                    ones included
+ *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other value
  */
 KY_EXPORT ky_status_t utils_check_device_node_type(int32_t node_type);
 
-/** Checks the size of a message. It never writes an exit record.
+/** Checks the size of a message. It writes no exit record.
  *
  *  @param size   size in bytes, 1 to limit
- *  @param limit  the largest size accepted, in bytes
- *  @return       KY_STATUS_SUCCESS;
- *                KY_STATUS_MESSAGE_SIZE_ZERO for size 0, whatever the limit;
- *                KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT for a size above the limit
+ *  @param limit  largest size accepted, in bytes
+ *  @retval KY_STATUS_SUCCESS                     the size is accepted
+ *  @retval KY_STATUS_MESSAGE_SIZE_ZERO           the size is 0, whatever the limit
+ *  @retval KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT  the size is above the limit
  */
 KY_EXPORT ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit);
 
@@ -154,12 +148,11 @@ KY_EXPORT ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit);
 
 /** @name Settings
  *
- *  Kept for the SDK's components, for the life of the process; the library itself does not act on
- *  them. A get that runs beside a set yields the value before or after it. All but
- *  utils_boot_mode_get trace their entry and exit.
+ *  The library stores the settings for components of the SDK and does not use them itself. All of
+ *  the functions but utils_boot_mode_get trace entry and exit.
  *  @{ */
 
-/** Sets the use-XM flag, 0 at load.
+/** Sets the use-XM flag, which is 0 at load.
  *
  *  @param use_xm  any value
  *  @return        KY_STATUS_SUCCESS
@@ -168,22 +161,21 @@ KY_EXPORT ky_status_t utils_use_xm_set(uint32_t use_xm);
 
 /** Gets the use-XM flag.
  *
- *  @param[out] use_xm_p  receives the flag; untouched on failure
+ *  @param[out] use_xm_p  the flag
  *  @return               KY_STATUS_SUCCESS, or KY_STATUS_PARAM_NULL if use_xm_p is null
  */
 KY_EXPORT ky_status_t utils_use_xm_get(uint32_t* use_xm_p);
 
-/** Sets the boot mode, 0 ("Disabled") at load. `ky_boot_mode_str` gives the modes their names.
+/** Sets the boot mode, which is 0 at load. `ky_boot_mode_str` names the modes.
  *
  *  @param boot_mode  0 to 5
- *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger mode; the
- *                    mode then stays as it was
+ *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger mode
  */
 KY_EXPORT ky_status_t utils_boot_mode_set(uint32_t boot_mode);
 
-/** Gets the boot mode. For a null pointer it logs a message of its own after the check's.
+/** Gets the boot mode. For a null pointer it logs a second message after that of the check.
  *
- *  @param[out] boot_mode_p  receives the mode; untouched on failure
+ *  @param[out] boot_mode_p  the mode
  *  @return                  KY_STATUS_SUCCESS, or KY_STATUS_PARAM_NULL if boot_mode_p is null
  */
 KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
@@ -192,68 +184,76 @@ KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
 
 /** @name Memory, accounted by type
  *
- *  Every block belongs to a memory type, 1 to 17: 1 COS, 2 TOPO, 3 PORT, 4 MSTP, 5 FDB, 6 VLAN, 7
- *  LAG, 8 ROUTER, 9 ACL, 10 SPAN, 11 POLICER, 12 HOST-INTERFACE, 13 FLOW-COUNTER, 14 KVDL, 15 API,
- *  16 TUNNEL, 17 TELEMETRY. The library counts the bytes that each type holds.
+ *  Every block has a memory type, and the library counts the bytes that each type holds. These are
+ *  the types, which `kriolilglu name memory_type` prints too:
  *
- *  A block lies 4 bytes behind what was allocated, and is aligned to 4 bytes only: wider types are
- *  copied in and out of it (memcpy), not accessed in place.
+ *  @table memory_type
  *
- *  A process that forks while another thread allocates or frees may leave the child with the lock
- *  held; such a child must call exec, or use none of these functions.
+ *  A block lies 4 bytes behind the start of the allocation, and is aligned to 4 bytes only: copy
+ *  wider types in and out with memcpy instead of accessing them in place.
+ *
+ *  At debug level each allocation and each release is logged.
+ *
+ *  A process that forks while another thread allocates or frees may leave the lock held in the
+ *  child; the child must then call exec without using these functions.
  *  @{ */
 
-/** Guards the byte counts. It is initialised at load, and held for their changes alone. Whoever
- *  holds it must not take or give back memory meanwhile. */
+/** The lock of the byte counts. It is initialised at load, and held only while the counts change. A
+ *  caller that holds it must not get or put memory. */
 KY_EXPORT extern cl_spinlock_t utils_mem_type_count_lock;
 
-/** Hands out a block of memory. It is not cleared, and belongs to the caller until
- *  utils_memory_put.
+/** Allocates a block of memory. It is not cleared, and the caller owns it until utils_memory_put.
+ *  Of the failures only a null pointer is logged.
  *
- *  @param[out] buffer_pp  receives the block; null after KY_STATUS_NO_MEMORY, untouched on other
- *                         failures
- *  @param size            bytes; 0 gives a block that holds none
- *  @param mem_type        1 to 17
- *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_EXCEEDS_RANGE for another type;
- *           KY_STATUS_PARAM_NULL if buffer_pp is null; KY_STATUS_NO_MEMORY
+ *  @param[out] buffer_pp  the block; null after KY_STATUS_NO_MEMORY
+ *  @param size            size in bytes; the block of size 0 holds none
+ *  @param mem_type        memory type, 1 to 17
+ *  @retval KY_STATUS_SUCCESS              the block is allocated
+ *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17
+ *  @retval KY_STATUS_PARAM_NULL           buffer_pp is null
+ *  @retval KY_STATUS_NO_MEMORY            there is not enough memory
  */
 KY_EXPORT ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type);
 
-/** Hands out a block for an array, cleared to zero.
+/** Allocates a block for an array and clears it. The caller owns it until utils_memory_put. Of the
+ *  failures only a null pointer and an array that is too large are logged.
  *
- *  @param[out] buffer_pp  receives the block; null after KY_STATUS_NO_MEMORY, untouched on other
- *                         failures
- *  @param count           elements
- *  @param size            bytes of an element
- *  @param mem_type        1 to 17
- *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_EXCEEDS_RANGE for another type, or, with a message,
- *           for more than 4 GiB - 1 byte; KY_STATUS_PARAM_NULL if buffer_pp is null;
- *           KY_STATUS_NO_MEMORY
+ *  @param[out] buffer_pp  the block; null after KY_STATUS_NO_MEMORY
+ *  @param count           number of elements
+ *  @param size            size of an element in bytes
+ *  @param mem_type        memory type, 1 to 17
+ *  @retval KY_STATUS_SUCCESS              the block is allocated
+ *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17, or the array is larger than
+ *                                         4 GiB - 1 byte
+ *  @retval KY_STATUS_PARAM_NULL           buffer_pp is null
+ *  @retval KY_STATUS_NO_MEMORY            there is not enough memory
  */
 KY_EXPORT ky_status_t
 utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t mem_type);
 
-/** Takes a block back and frees it.
+/** Frees a block. A bad memory type is not logged.
  *
- *  @param buffer_p  what utils_memory_get or utils_clr_memory_get handed out, once; nothing else
- *  @param mem_type  the type that it was taken under
- *  @return  KY_STATUS_SUCCESS; KY_STATUS_PARAM_EXCEEDS_RANGE for a type outside 1 to 17;
- *           KY_STATUS_PARAM_NULL if buffer_p is null;
- *           KY_STATUS_MEMORY_ERROR, with a message, if the type holds less than the block's size;
- *           the block is not freed then
+ *  @param buffer_p  a block of utils_memory_get or utils_clr_memory_get that is not freed yet
+ *  @param mem_type  the memory type that the block was allocated with
+ *  @retval KY_STATUS_SUCCESS              the block is freed
+ *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17
+ *  @retval KY_STATUS_PARAM_NULL           buffer_p is null
+ *  @retval KY_STATUS_MEMORY_ERROR         mem_type holds less than the size of the block, which
+ *                                         is not freed
  */
 KY_EXPORT ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type);
 
-/** Logs how many bytes a type holds, at debug level.
+/** Logs the number of bytes that a memory type holds, at debug level.
  *
- *  @param mem_type  1 to 17, or 0 for all
- *  @return          KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger type
+ *  @param mem_type  memory type, 1 to 17, or 0 for all
+ *  @return          KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger type, which is
+ *                   not logged
  */
 KY_EXPORT ky_status_t utils_memory_print_summary(uint32_t mem_type);
 
-/** Prints a table of how many bytes each type holds.
+/** Prints a table of the number of bytes that each memory type holds.
  *
- *  @param stream  where to, as the logging library's table printer takes it; handed on as it is
+ *  @param stream  stream for the table printer of the logging library
  *  @return        KY_STATUS_SUCCESS
  */
 KY_EXPORT ky_status_t utils_memory_dbg_dump(FILE* stream);
@@ -262,16 +262,19 @@ KY_EXPORT ky_status_t utils_memory_dbg_dump(FILE* stream);
 
 /** @name Pools and maps
  *
- *  The component library's pools and maps, with status codes. A record lies in a map, or comes from
- *  a pool, by an item that is a member of it; a database is one pool that supplies the records and
- *  one map that finds them by a 64-bit key. Both must be initialised before anything else is done
- *  with them. A call that fails leaves both as they were. No function here traces its entry, and
- *  utils_qmap_is_empty alone its exit; the utils_db_ functions fail through utils_ky_log_exit.
+ *  Pools and maps of the component library, with status codes. A pool supplies objects of one size;
+ *  a map finds records by a 64-bit key. A record contains the item by which the map links it, and
+ *  in a pool begins with the item of the pool. A database is a pool that supplies records and a map
+ *  that finds them.
+ *
+ *  Both must be initialised before use. A call that fails leaves both as they were. The functions
+ *  do not log, except for the initialisations and the exit records of the utils_db_ functions on
+ *  failure, and do not trace, except that utils_qmap_is_empty traces exit.
  *  @{ */
 
-/** Converts a map item to the record that it is a member of. */
+/** Converts a map item to the record that contains it. */
 typedef void* (*utils_map_item_to_record_t)(cl_map_item_t* item);
-/** Converts a pool item to the record that it is a member of. */
+/** Converts a pool item to the record that contains it. */
 typedef void* (*utils_pool_item_to_record_t)(cl_pool_item_t* item);
 /** Converts a record to its map item. */
 typedef cl_map_item_t* (*utils_record_to_map_item_t)(void* record);
@@ -280,146 +283,152 @@ typedef cl_pool_item_t* (*utils_record_to_pool_item_t)(void* record);
 
 /** Initialises a pool, and logs that at notice level.
  *
- *  @param pool_p       the pool
- *  @param min_count    records at creation
- *  @param max_count    records at most
- *  @param grow_count   records to grow by
- *  @param object_size  bytes of a record
- *  @param db_name      what the pool is for, in the messages
- *  @return             KY_STATUS_SUCCESS, or KY_STATUS_NO_MEMORY with a message
+ *  The counts are those of cl_qpool_init: the pool begins with min_count objects; when none is free
+ *  it grows by grow_count, or by what is left up to max_count. The caller destroys the pool with
+ *  cl_qpool_destroy, which frees all objects, those in use included.
+ *
+ *  @param pool_p       the pool; unchanged on failure
+ *  @param min_count    number of objects at creation, 0 to max_count
+ *  @param max_count    largest number of objects; 0 for no limit
+ *  @param grow_count   number of objects to grow by; 0 for a pool that does not grow
+ *  @param object_size  size of an object in bytes, at least that of cl_pool_item_t, with which an
+ *                      object begins
+ *  @param db_name      name for the messages; read during the call only
+ *  @return             KY_STATUS_SUCCESS, or KY_STATUS_NO_MEMORY, with a message, if memory is
+ *                      short or a count or the size is out of range
  */
 KY_EXPORT ky_status_t utils_qpool_init(
     cl_qpool_t* pool_p, uint32_t min_count, uint32_t max_count, uint32_t grow_count,
     uint32_t object_size, const char* db_name);
 
-/** Initialises a pool and then a map, and logs that at notice level.
+/** Initialises a pool, as utils_qpool_init does, and a map, which needs no destruction.
  *
- *  @param pool_p       the pool
- *  @param map_p        the map; untouched on failure
- *  @param min_count    records at creation
- *  @param max_count    records at most
- *  @param grow_count   records to grow by
- *  @param object_size  bytes of a record
- *  @param db_name      what both are for, in the messages
- *  @return             KY_STATUS_SUCCESS, or KY_STATUS_NO_MEMORY with a message
+ *  @copydetails utils_qpool_init
+ *
+ *  @param map_p  the map; unchanged on failure
  */
 KY_EXPORT ky_status_t utils_qpool_qmap_init(
     cl_qpool_t* pool_p, cl_qmap_t* map_p, uint32_t min_count, uint32_t max_count,
     uint32_t grow_count, uint32_t object_size, const char* db_name);
 
-/** Takes an object from a pool.
+/** Takes an object from a pool. It is not cleared. cl_qpool_put puts it back.
  *
- *  @param[out] item_pp  receives the object's item; null if there is none
+ *  @param[out] item_pp  the item of the object; null on failure
  *  @param pool_p        the pool
- *  @return              KY_STATUS_SUCCESS, or KY_STATUS_NO_RESOURCES
+ *  @return              KY_STATUS_SUCCESS, or KY_STATUS_NO_RESOURCES if no object is free and the
+ *                       pool cannot grow
  */
 KY_EXPORT ky_status_t utils_qpool_get(cl_pool_item_t** item_pp, cl_qpool_t* pool_p);
 
-/** Asks that a key is in a map.
+/** Checks that a key is in a map.
  *
  *  @param map_p         the map
  *  @param key           the key
- *  @param[out] item_pp  receives the item, or the map's end marker; may be null
+ *  @param[out] item_pp  the item, or cl_qmap_end if the key is not in the map; may be null
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
 KY_EXPORT ky_status_t
 utils_qmap_key_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
 
-/** Asks that a key is not in a map.
+/** Checks that a key is not in a map.
  *
  *  @param map_p         the map
  *  @param key           the key
- *  @param[out] item_pp  receives the item, or the map's end marker; may be null
+ *  @param[out] item_pp  the item, or cl_qmap_end if the key is not in the map; may be null
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_ALREADY_EXISTS
  */
 KY_EXPORT ky_status_t
 utils_qmap_key_not_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
 
-/** Asks that a map is empty.
+/** Checks that a map is empty.
  *
  *  @param map_p  the map
  *  @return       KY_STATUS_SUCCESS, or KY_STATUS_DB_NOT_EMPTY
  */
 KY_EXPORT ky_status_t utils_qmap_is_empty(const cl_qmap_t* map_p);
 
-/** Looks a key up.
+/** Finds the item of a key.
  *
  *  @param map_p         the map
  *  @param key           the key
- *  @param[out] item_pp  receives the item, or the map's end marker
+ *  @param[out] item_pp  the item, or cl_qmap_end if the key is not in the map
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
 KY_EXPORT ky_status_t utils_qmap_get(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
 
-/** Takes the item of a key out of a map.
+/** Removes the item of a key from a map.
  *
  *  @param map_p         the map
  *  @param key           the key
- *  @param[out] item_pp  receives the item, or the map's end marker
+ *  @param[out] item_pp  the item, or cl_qmap_end if the key is not in the map
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
 KY_EXPORT ky_status_t utils_qmap_remove(cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
 
-/** Looks a record up.
+/** Finds the record of a key.
  *
- *  @param key             the record's key
+ *  @param key             the key
  *  @param map_p           the map
- *  @param record_of_item  null if the record itself is not wanted
- *  @param[out] record_pp  receives the record, if record_of_item is given; may be null
+ *  @param record_of_item  converts a map item to its record; null if the record is not wanted
+ *  @param[out] record_pp  the record, if record_of_item is not null; may be null
  *  @return                KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
 KY_EXPORT ky_status_t utils_db_qmap_item_get(
     uint64_t key, const cl_qmap_t* map_p, utils_map_item_to_record_t record_of_item,
     void** record_pp);
 
-/** Files an item that the caller owns.
+/** Inserts an item, which the caller owns.
  *
- *  @param key     the key to file it under
+ *  @param key     the key
  *  @param map_p   the map
  *  @param item_p  the item
  *  @return        KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_ALREADY_EXISTS
  */
 KY_EXPORT ky_status_t utils_db_qmap_item_ins(uint64_t key, cl_qmap_t* map_p, cl_map_item_t* item_p);
 
-/** Takes a record from the pool and files it. Its fields are as the pool hands it out.
+/** Takes a record from a pool and inserts it into a map. The record is not cleared: behind its
+ *  items it has what its last user left there, or what was in the memory.
  *
- *  @param key                  the key to file it under
+ *  @param key                  the key
  *  @param map_p                the map
  *  @param pool_p               the pool
- *  @param record_of_item       required
- *  @param record_of_pool_item  required
- *  @param item_of_record       required
- *  @param[out] record_pp       receives the record, or the one that has the key; may be null
- *  @return  KY_STATUS_SUCCESS; KY_STATUS_ENTRY_ALREADY_EXISTS; KY_STATUS_NO_RESOURCES if the pool
- *           is exhausted
+ *  @param record_of_item       converts a map item to its record
+ *  @param record_of_pool_item  converts a pool item to its record
+ *  @param item_of_record       converts a record to its map item
+ *  @param[out] record_pp       the record; on KY_STATUS_ENTRY_ALREADY_EXISTS the one in the map;
+ *                              may be null
+ *  @retval KY_STATUS_SUCCESS               the record is inserted
+ *  @retval KY_STATUS_ENTRY_ALREADY_EXISTS  the key is in the map
+ *  @retval KY_STATUS_NO_RESOURCES          no record is free and the pool cannot grow
  */
 KY_EXPORT ky_status_t utils_db_qmap_item_add(
     uint64_t key, cl_qmap_t* map_p, cl_qpool_t* pool_p, utils_map_item_to_record_t record_of_item,
     utils_pool_item_to_record_t record_of_pool_item, utils_record_to_map_item_t item_of_record,
     void** record_pp);
 
-/** Takes a record out of the map, and gives it back to the pool.
+/** Removes a record from a map, and puts it back into its pool.
  *
- *  @param key                  the record's key
+ *  @param key                  the key
  *  @param map_p                the map
  *  @param pool_p               the pool
- *  @param record_of_item       null to take the item out of the map and do nothing else
- *  @param pool_item_of_record  null to keep the record from the pool
- *  @param[out] record_pp       receives the record, if record_of_item is given; may be null. It is
- *                              the caller's only if it was kept from the pool
+ *  @param record_of_item       converts a map item to its record; null to remove the item only
+ *  @param pool_item_of_record  converts a record to its pool item; null to keep the record out of
+ *                              the pool
+ *  @param[out] record_pp       the record, if record_of_item is not null; may be null. The caller
+ *                              owns the record only if it is kept out of the pool
  *  @return                     KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
 KY_EXPORT ky_status_t utils_db_qmap_item_del(
     uint64_t key, cl_qmap_t* map_p, cl_qpool_t* pool_p, utils_map_item_to_record_t record_of_item,
     utils_record_to_pool_item_t pool_item_of_record, void** record_pp);
 
-/** Takes all records out of the map, in ascending order of their keys, and gives them back to the
+/** Removes all records from a map, in ascending order of their keys, and puts them back into their
  *  pool.
  *
  *  @param map_p                the map
  *  @param pool_p               the pool
- *  @param record_of_item       required
- *  @param pool_item_of_record  required
+ *  @param record_of_item       converts a map item to its record
+ *  @param pool_item_of_record  converts a record to its pool item
  *  @return                     KY_STATUS_SUCCESS
  */
 KY_EXPORT ky_status_t utils_db_qmap_del(

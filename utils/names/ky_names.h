@@ -1,14 +1,14 @@
 /** @file
- * Printable names of the SDK's enumerations.
+ * Printable names of enumeration values.
  *
- * Each function takes one value of the enumeration it is named after and returns its name: static
- * text that the caller neither frees nor changes, and never null. A value above the range given
- * with the function yields "Unknown", and one within it that has no name yields the empty string,
- * unless the function says otherwise. None logs or traces; any thread may call any of them at any
- * time, before everything else too.
+ * Each function takes a value of the type that it is named after and returns its name: a static
+ * string that is never null, and that the caller neither frees nor modifies. The name is "Unknown"
+ * for a value above the range, and empty for a value in the range that has no name, unless the
+ * function states otherwise. The functions are thread-safe and async-signal-safe, and neither log
+ * nor trace.
  *
- * The values of these enumerations have no constants here, but for `ky_status_t` and
- * `ky_access_cmd_t`: what they mean is what their names say. */
+ * Only `ky_status_t` and `ky_access_cmd_t` have constants. `kriolilglu name port_oper_speed` prints
+ * the values and names of `ky_port_oper_speed_t`, and so on. */
 #ifndef KY_NAMES_H
 #define KY_NAMES_H
 
@@ -21,7 +21,8 @@ extern "C" {
 /** @name Status codes
  *  @{ */
 
-/** Names a status code. @param value 0 to 104; 15 and 16 share a phrase @return its name */
+/** Names a status code. @table status
+ *  @param value 0 to 104 @return its name */
 KY_EXPORT const char* ky_status_str(ky_status_t value);
 
 /** @} */
@@ -29,7 +30,8 @@ KY_EXPORT const char* ky_status_str(ky_status_t value);
 /** @name Access commands
  *  @{ */
 
-/** Names an access command. @param value 0 to 37 @return its name */
+/** Names an access command. @table access_cmd
+ *  @param value 0 to 37 @return its name */
 KY_EXPORT const char* ky_access_cmd_str(ky_access_cmd_t value);
 
 /** @} */
