@@ -34,8 +34,8 @@ def table(element):
     """Lines of a tag, the first column, and the others behind it."""
     rows = [["".join(cell.itertext()).strip() for cell in row] for row in element.findall("row")]
     width = max(len(row[0]) for row in rows[1:]) + 2
-    lines = [entry(first, escaped(": ".join(others)), width) for first, *others in rows[1:]]
-    return "\n".join([".PD 0", *lines, ".PD", ".PP"])
+    lines = [entry(first, linked(": ".join(others)), width) for first, *others in rows[1:]]
+    return "\n".join([".PP", ".PD 0", *lines, ".PD", ".PP"])
 
 
 def items(element):
@@ -69,7 +69,7 @@ def prose(*descriptions, between=".PP"):
     text = separator = ""
     for description in filter(lambda each: each is not None, descriptions):
         for index, paragraph in enumerate(description.findall("para")):
-            if words := rendered(paragraph).strip():
+            if words := rendered(paragraph).strip().removesuffix("\n.PP"):
                 text += separator + words
                 # Of these, Doxygen took the first sentence off what follows it.
                 severed = description.tag in ("briefdescription", "description") and index == 0
@@ -113,18 +113,18 @@ def declaration(member):
         lines = lines[int(place.get("bodystart")) - 1:int(place.get("bodyend"))]
         return re.sub(r"(?s) */\*.*?\*/", "", "\n".join(lines))
     if kind == "define":
-        parameters = ", ".join(each.findtext("defname", "") for each in member.iter("param"))
-        value = member.find("initializer")
-        text = "" if value is None else "".join(value.itertext())
-        return f"#define {name_of(member)}" + (f"({parameters})" if member.find("param") is not None
-                                               else f" {text}" if re.fullmatch(r"\w+", text) else "")
+        parameters = [each.findtext("defname", "") for each in member.iter("param")]
+        value = "".join(word for each in member.iterfind("initializer") for word in each.itertext())
+        return f"#define {name_of(member)}" + (
+            f"({', '.join(parameters)})" if parameters
+            else f" {value}" if re.fullmatch(r"\w+", value) else "")
     text = member.findtext("definition").replace(" * ", " *")
     if kind == "typedef":
         return text.replace("(* ", "(*").replace(") (", ")(") + ";"
     if kind == "variable":
         return f"{'extern' if is_exported(member) else 'static'} {text};"
     text += member.findtext("argsstring")
-    if len(text) > 75:
+    if len(text) > 72:
         text = text.replace("(", "(\n    ").replace(", ", ",\n    ")
     return f"{text};"
 
@@ -175,8 +175,9 @@ class Page:
         Page.by_name.update(dict.fromkeys(self.names, self))
 
     def mentioned(self, *apart):
-        """The pages that its members name, in all parts of theirs but these."""
-        words = " ".join("".join(part.itertext()) for member in self.members for part in member
+        """The pages that its members name, or the text that they share, but for these parts."""
+        scopes = [*self.members, *(self.group.iterfind("description") if self.is_shared else [])]
+        words = " ".join("".join(part.itertext()) for scope in scopes for part in scope
                          if part.tag not in apart)
         return {Page.by_name[name] for name in Page.mentions.findall(words)} - {self}
 
@@ -187,8 +188,8 @@ class Page:
         first, *others = self.members
         synopsis = [rf"\fB{escaped(declaration(each))}\fP" for each in self.members]
         if self.is_shared:
-            parts_of_group = [prose(self.group.find("description")), *map(shared, self.members)]
-            text = {"DESCRIPTION": "\n".join(filter(None, parts_of_group))}
+            text = {"DESCRIPTION": "\n".join([*filter(None, [prose(self.group.find("description"))]),
+                                              *map(shared, self.members)])}
         else:
             text = {
                 "DESCRIPTION": prose(brief(first), details(first)),
@@ -214,11 +215,8 @@ def references(*names, last="kriolilglu (7)"):
 
 def about(scope):
     """What holds for all of a header or a group, under its name."""
-    if scope is None:
-        return ""
-    text = prose(scope.find("description"), details(scope))
-    title = scope.findtext("header") or scope.findtext("compoundname")
-    return f".SS {title}\n{text}\n" if title and text else ""
+    text = "" if scope is None else prose(scope.find("description"), details(scope))
+    return f".SS {scope.findtext('header') or name_of(scope)}\n{text}\n" if text else ""
 
 
 def pages_of(header, records):
@@ -246,7 +244,8 @@ def header_sections(header, pages):
     for page in sorted(pages, key=lambda each: line_of(each.members[0])):
         if page.group is not group:
             group = page.group
-            contents.append(about(group) or f".SS {group.findtext('header', 'Contents')}\n")
+            if group.get("kind") == "user-defined":
+                contents.append(about(group) or f".SS {group.findtext('header')}")
         contents += [item(f".BR {name_of(each)} (3)", brief(each))
                      for each in (page.members if page.is_shared else page.members[:1])]
     return {
@@ -268,7 +267,7 @@ def relate(pages):
 
 
 def main(xml, man, package):
-    for page in man.glob("man?/*"):
+    for page in man.glob("man[37]/*"):
         page.unlink()
 
     def write(names, summary, sections, number=3):

@@ -16,7 +16,7 @@
 extern "C" {
 #endif
 
-/** @name Records
+/** @name Limits and records
  *
  *  Each 32-bit word of an address or a mask is a number in host byte order: 224.1.2.3 is
  *  0xE0010203. A flag is set only if it is 1. Fields that are not checked belong to the router API.
@@ -50,7 +50,7 @@ typedef struct ky_ip_prefix {
     } prefix;                  /**< the address and its mask, in the form of the version */
 } ky_ip_prefix_t;
 
-/** The key of a multicast route. The check of a key fails if, in this order,
+/** The key of a multicast route. A key fails its check if, in this order,
  *
  *  1. the version of the group is above 3: KY_STATUS_PARAM_EXCEEDS_RANGE;
  *  2. the version of the source is above 3: KY_STATUS_PARAM_EXCEEDS_RANGE;
@@ -128,7 +128,9 @@ typedef struct ky_mc_route_get_filter {
  *  8. action is above 4: KY_STATUS_PARAM_ERROR;
  *  9. neither egress_container_id nor egress_rif_cnt is 0: KY_STATUS_PARAM_ERROR.
  *
- *  The check of the key is that of all functions. @copydetails ky_mc_route_key_t
+ *  All functions check a key alike:
+ *
+ *  @copydetails ky_mc_route_key_t
  *
  *  @param cmd              the command
  *  @param vrid             the virtual router; not checked
@@ -158,7 +160,9 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_set(
  *     outside the mask, or its version is 0 or 3: KY_STATUS_PARAM_ERROR;
  *  9. ingress_rif_valid and ingress_rif_incl_rpf_groups_valid are both 1: KY_STATUS_PARAM_ERROR.
  *
- *  The check of the key is that of all functions. @copydetails ky_mc_route_key_t
+ *  All functions check a key alike:
+ *
+ *  @copydetails ky_mc_route_key_t
  *
  *  @param cmd                 the command
  *  @param vrid                the virtual router; not checked

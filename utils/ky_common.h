@@ -1,24 +1,5 @@
 /** @file
- * Status codes, access commands, log statements and traces.
- *
- * A source that logs defines the name of its module and its verbosity variable:
- *
- *     #define KY_LOG_MODULE "PORT"
- *     #define KY_LOG_VERBOSITY port_verbosity_level
- *     #include <ky_common.h>
- *
- *     static uint32_t port_verbosity_level = KY_LOG_LEVEL_DEFAULT;
- *
- *     ky_status_t port_mtu_set(uint32_t mtu)
- *     {
- *         KY_TRACE_ENTRY();
- *         ky_status_t status = KY_STATUS_SUCCESS;
- *         if (mtu > PORT_MTU_MAX) {
- *             status = KY_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "MTU (%u) is too large\n", mtu);
- *         }
- *         KY_TRACE_EXIT();
- *         return status;
- *     } */
+ * Status codes, access commands, log statements and traces. */
 #ifndef KY_COMMON_H
 #define KY_COMMON_H
 
@@ -203,7 +184,24 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
  *  comparison and one branch. In C and C++11 both calls evaluate the values, which must not have
  *  side effects.
  *
- *  The source defines KY_LOG_MODULE, a string, and KY_LOG_VERBOSITY, a variable of type uint32_t.
+ *  A source that logs defines the name of its module and its verbosity variable:
+ *
+ *      #define KY_LOG_MODULE "PORT"
+ *      #define KY_LOG_VERBOSITY port_verbosity_level
+ *      #include <ky_common.h>
+ *
+ *      static uint32_t port_verbosity_level = KY_LOG_LEVEL_DEFAULT;
+ *
+ *      ky_status_t port_mtu_set(uint32_t mtu)
+ *      {
+ *          KY_TRACE_ENTRY();
+ *          ky_status_t status = KY_STATUS_SUCCESS;
+ *          if (mtu > PORT_MTU_MAX) {
+ *              status = KY_FAIL(KY_STATUS_PARAM_EXCEEDS_RANGE, "MTU (%u) is too large\n", mtu);
+ *          }
+ *          KY_TRACE_EXIT();
+ *          return status;
+ *      }
  *  @{ */
 
 #define KY_LOG_ERROR(...) KY_LOG(KY_LOG_MASK_ERROR, __VA_ARGS__)     /**< a failure */

@@ -206,7 +206,7 @@ KY_EXPORT extern cl_spinlock_t utils_mem_type_count_lock;
  *  Of the failures only a null pointer is logged.
  *
  *  @param[out] buffer_pp  the block; null after KY_STATUS_NO_MEMORY
- *  @param size            size in bytes; the block of size 0 holds none
+ *  @param size            size in bytes; may be 0
  *  @param mem_type        memory type, 1 to 17
  *  @retval KY_STATUS_SUCCESS              the block is allocated
  *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17
@@ -260,6 +260,20 @@ KY_EXPORT ky_status_t utils_memory_dbg_dump(FILE* stream);
 
 /** @} */
 
+/** @name Conversions between items and records
+ *  @{ */
+
+/** Converts a map item to the record that contains it. */
+typedef void* (*utils_map_item_to_record_t)(cl_map_item_t* item);
+/** Converts a pool item to the record that contains it. */
+typedef void* (*utils_pool_item_to_record_t)(cl_pool_item_t* item);
+/** Converts a record to its map item. */
+typedef cl_map_item_t* (*utils_record_to_map_item_t)(void* record);
+/** Converts a record to its pool item. */
+typedef cl_pool_item_t* (*utils_record_to_pool_item_t)(void* record);
+
+/** @} */
+
 /** @name Pools and maps
  *
  *  Pools and maps of the component library, with status codes. A pool supplies objects of one size;
@@ -271,15 +285,6 @@ KY_EXPORT ky_status_t utils_memory_dbg_dump(FILE* stream);
  *  do not log, except for the initialisations and the exit records of the utils_db_ functions on
  *  failure, and do not trace, except that utils_qmap_is_empty traces exit.
  *  @{ */
-
-/** Converts a map item to the record that contains it. */
-typedef void* (*utils_map_item_to_record_t)(cl_map_item_t* item);
-/** Converts a pool item to the record that contains it. */
-typedef void* (*utils_pool_item_to_record_t)(cl_pool_item_t* item);
-/** Converts a record to its map item. */
-typedef cl_map_item_t* (*utils_record_to_map_item_t)(void* record);
-/** Converts a record to its pool item. */
-typedef cl_pool_item_t* (*utils_record_to_pool_item_t)(void* record);
 
 /** Initialises a pool, and logs that at notice level.
  *
@@ -386,8 +391,8 @@ KY_EXPORT ky_status_t utils_db_qmap_item_get(
  */
 KY_EXPORT ky_status_t utils_db_qmap_item_ins(uint64_t key, cl_qmap_t* map_p, cl_map_item_t* item_p);
 
-/** Takes a record from a pool and inserts it into a map. The record is not cleared: behind its
- *  items it has what its last user left there, or what was in the memory.
+/** Takes a record from a pool and inserts it into a map. The record is not cleared: except for its
+ *  items it holds what its last user left there, or what was in the memory.
  *
  *  @param key                  the key
  *  @param map_p                the map
