@@ -1,5 +1,5 @@
 # Manual pages and HTML, from the comments of the public headers, docs/conventions.md and the tables
-# that the tool prints. What is public and not documented, or an argument that is not, stops the build.
+# that the tool prints. What is public and not documented, an argument included, stops the build.
 
 find_package(Doxygen 1.9.4 REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)

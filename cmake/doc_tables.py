@@ -1,7 +1,8 @@
 """doc_tables.py NAMES ROWS FILE: prints a header with the library's tables in its comments, for
 Doxygen to read: the name of each constant, the values of each type that a name function takes, and
 what `@table TABLE` asks for. NAMES is the output of `kriolilglu name --search ''`, ROWS that of
-`kriolilglu port`. Lines keep their numbers; a table that does not exist is left for Doxygen to refuse."""
+`kriolilglu port`. Lines keep their numbers; a table that is not there is left for Doxygen to
+refuse."""
 
 import html
 import re
