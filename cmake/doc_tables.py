@@ -38,7 +38,7 @@ def main(names_file, rows_file, header):
         if enumeration := re.match(r"KY_ENUM\((?:ky_)?(\w+)_t\)", line):
             constants = names[enumeration[1]]
         if constant := re.match(r"    [A-Z]\w+ = (\d+),", line):
-            name = html.escape(constants[int(constant[1])], False)
+            name = html.escape(constants.get(int(constant[1]), "no name"), False)
             line = f"{constant[0]} /**< {constant[1]}, {name} */\n"
         line = re.sub(r"^typedef uint32_t ky_(\w+)_t;",
                       r"/** The values that ky_\1_str names. @table \1 */ \g<0>", line)
