@@ -3,7 +3,7 @@
  *
  * An API function checks the logical port that it is called with against its row of the table:
  *
- *     if (!is_port_type_valid(16, log_port)) {
+ *     if (!is_port_type_valid(16, log_port)) { // row 16: cos_port_default_prio_set
  *         return KY_STATUS_PARAM_ERROR;
  *     }
  */
@@ -46,7 +46,8 @@ KY_EXPORT extern port_type_validation_entry_t port_type_validation_table[PORT_TY
  *  @param enum_id   row of the API function in port_type_validation_table, 1 to 172
  *  @param log_port  logical port ID; bits 31 to 28 are the type, a `ky_port_type_t`, and the others
  *                   are ignored
- *  @return          1 if the function accepts the type; 0 if it does not, or enum_id is not a row
+ *  @return          1 if the function accepts the type; 0, which is not a status, if it does not or
+ *                   enum_id is not a row
  */
 KY_EXPORT uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port);
 

@@ -179,7 +179,7 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 /** @name Log statements
  *
  *  Each is an expression of type void, except KY_FAIL. It takes a printf format, which must be a
- *  string literal, and up to nine values. If the verbosity of the module admits the message, it
+ *  string literal and ends with a newline, and up to nine values. If the verbosity of the module admits the message, it
  *  goes to `ky_log` and then to `ky_trace_cbuff_log`; otherwise the statement costs one load, one
  *  comparison and one branch. In C and C++11 both calls evaluate the values, which must not have
  *  side effects.
@@ -191,6 +191,11 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
  *      #include <ky_common.h>
  *
  *      static uint32_t port_verbosity_level = KY_LOG_LEVEL_DEFAULT;
+ *
+ *      void port_verbosity_set(uint32_t level)
+ *      {
+ *          KY_STORE(port_verbosity_level, level);
+ *      }
  *
  *      ky_status_t port_mtu_set(uint32_t mtu)
  *      {

@@ -189,8 +189,9 @@ KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
  *
  *  @table memory_type
  *
- *  A block lies 4 bytes behind the start of the allocation, and is aligned to 4 bytes only: copy
- *  wider types in and out with memcpy instead of accessing them in place.
+ *  Records of pools are not counted. A block lies 4 bytes behind the start of the allocation, and
+ *  is aligned to 4 bytes only: copy wider types in and out with memcpy instead of accessing them in
+ *  place.
  *
  *  At debug level each allocation and each release is logged.
  *
@@ -243,7 +244,7 @@ utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t m
  */
 KY_EXPORT ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type);
 
-/** Logs the number of bytes that a memory type holds, at debug level.
+/** Logs the number of bytes that a memory type holds, at debug level. No function returns it.
  *
  *  @param mem_type  memory type, 1 to 17, or 0 for all
  *  @return          KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger type, which is
@@ -281,7 +282,11 @@ typedef cl_pool_item_t* (*utils_record_to_pool_item_t)(void* record);
  *  in a pool begins with the item of the pool. A database is a pool that supplies records and a map
  *  that finds them.
  *
- *  Both must be initialised before use. A call that fails leaves both as they were. The functions
+ *  Both must be initialised before use. The caller ends a database: it frees what the records own,
+ *  which it finds with cl_qmap_head, cl_qmap_next and cl_qmap_end in ascending order of the keys,
+ *  then calls utils_db_qmap_del and cl_qpool_destroy. A map needs no end of its own.
+ *
+ *  A call that fails leaves pool and map as they were. The functions
  *  do not log, except for the initialisations and the exit records of the utils_db_ functions on
  *  failure, and do not trace, except that utils_qmap_is_empty traces exit.
  *  @{ */
@@ -420,7 +425,8 @@ KY_EXPORT ky_status_t utils_db_qmap_item_add(
  *  @param pool_item_of_record  converts a record to its pool item; null to keep the record out of
  *                              the pool
  *  @param[out] record_pp       the record, if record_of_item is not null; may be null. The caller
- *                              owns the record only if it is kept out of the pool
+ *                              owns the record only if it is kept out of the pool, until
+ *                              cl_qpool_put
  *  @return                     KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
 KY_EXPORT ky_status_t utils_db_qmap_item_del(
@@ -428,7 +434,7 @@ KY_EXPORT ky_status_t utils_db_qmap_item_del(
     utils_record_to_pool_item_t pool_item_of_record, void** record_pp);
 
 /** Removes all records from a map, in ascending order of their keys, and puts them back into their
- *  pool.
+ *  pool. Both remain initialised.
  *
  *  @param map_p                the map
  *  @param pool_p               the pool
