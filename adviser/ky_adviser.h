@@ -155,8 +155,8 @@ adviser_register_event(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t 
 
 /** Calls the callbacks of an event until one fails.
  *
- *  PRE-FAILED-PORT-DELETED-FROM-SWID calls the callbacks of PRE-PORT-DELETED-FROM-SWID: for a caller
- *  whose deletion fails after all callbacks have accepted it.
+ *  PRE-FAILED-PORT-DELETED-FROM-SWID calls the callbacks of PRE-PORT-DELETED-FROM-SWID, for a
+ *  caller whose deletion fails after all callbacks have accepted it.
  *
  *  A failure is logged, and a second error if the event is DEVICE-DELETED, which has no rollback. A
  *  callback that fails in a rollback is logged, and the rollback goes on. These are the events:
@@ -164,8 +164,8 @@ adviser_register_event(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t 
  *  @table adviser_event
  *
  *  @param event       1 to ADVISER_EVENT_MAX
- *  @param event_data  argument of the callbacks, which the adviser does not read; its type is agreed
- *                     between the caller and the callbacks of the event; may be null
+ *  @param event_data  argument of the callbacks, which the adviser does not read; its type is
+ *                     agreed between the caller and the callbacks of the event; may be null
  *  @return            the status of the callback that fails, whatever a rollback returns, or
  *  @retval KY_STATUS_SUCCESS              all callbacks succeed, or none is registered
  *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  event is not 1 to ADVISER_EVENT_MAX
