@@ -180,9 +180,9 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
  *
  *  Each is an expression of type void, except KY_FAIL. It takes a printf format, which must be a
  *  string literal and ends with a newline, and up to nine values. If the verbosity of the module
- *  admits the message, it goes to `ky_log` and then to `ky_trace_cbuff_log`; otherwise the statement
- *  costs one load, one comparison and one branch. In C and C++11 both calls evaluate the values, which must not have
- *  side effects.
+ *  admits the message, it goes to `ky_log` and then to `ky_trace_cbuff_log`; otherwise the
+ *  statement costs one load, one comparison and one branch. In C and C++11 both calls evaluate the
+ *  values, which must not have side effects.
  *
  *  A source that logs defines the name of its module and its verbosity variable:
  *
