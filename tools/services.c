@@ -23,7 +23,7 @@ char* record_buffer;
 
 const char* colour(const char* sequence)
 {
-    const char* never = getenv("NO_COLOR");
+    const char* never = getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): there is one thread
     return (never == NULL || never[0] == '\0') && isatty(STDOUT_FILENO) != 0 ? sequence : "";
 }
 
@@ -69,7 +69,7 @@ int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
     {                                                        \
         return answer_with(utils_check_##name(__VA_ARGS__)); \
     }
-CHECK(pointer, (const void*)(uintptr_t)request->value[0], request->word[1])
+CHECK(pointer, request->value[0] == 0 ? NULL : request, request->word[1])
 CHECK(verbosity_level, request->value[0])
 CHECK(array_length, request->value[0], request->word[1])
 CHECK(array_size, request->value[0], request->word[1])
