@@ -14,10 +14,10 @@
  *
  * The callbacks of an event run in ascending order of their addresses, on the thread that processes
  * the event, until one fails. The order differs between compilers and from load to load: do not
- * rely on it. After a failure in PRE-PORT-DELETED-FROM-SWID, the rollback calls the callbacks in
- * front of the one that failed again, in the same order, with PRE-FAILED-PORT-DELETED-FROM-SWID. If
- * callbacks are registered or deregistered meanwhile, it may call some that have not received the
- * first event.
+ * rely on it. A callback vetoes an event by failing. Only PRE-PORT-DELETED-FROM-SWID has a
+ * rollback: after a failure the callbacks in front of the one that failed are called again, in the
+ * same order, with PRE-FAILED-PORT-DELETED-FROM-SWID. If callbacks are registered or deregistered
+ * meanwhile, some may be called that have not received the first event.
  *
  * The adviser takes no lock. The caller serialises its functions, except
  * adviser_log_verbosity_level, which is thread-safe. A callback may call all of them: a callback
@@ -42,8 +42,9 @@ extern "C" {
 /** @name Events
  *  @{ */
 
-/** An event in the life of a switch. `kriolilglu name adviser_event` prints the names that messages
- *  show; `ky_lib_adviser_event_type_str` names another enumeration. */
+/** An event in the life of a switch. Event 12, PRE-FAILED-PORT-DELETED-FROM-SWID, is the rollback
+ *  of event 11, and goes to the callbacks of event 11. `kriolilglu name adviser_event` prints the
+ *  names that messages show; `ky_lib_adviser_event_type_str` names another enumeration. */
 KY_ENUM(adviser_event_t){
     ADVISER_EVENT_NONE = 0,
     ADVISER_EVENT_PORT_ADDED = 1,
@@ -158,8 +159,8 @@ adviser_register_event(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t 
  *  PRE-FAILED-PORT-DELETED-FROM-SWID calls the callbacks of PRE-PORT-DELETED-FROM-SWID, for a
  *  caller whose deletion fails after all callbacks have accepted it.
  *
- *  A failure is logged, and a second error if the event is DEVICE-DELETED, which has no rollback. A
- *  callback that fails in a rollback is logged, and the rollback goes on. These are the events:
+ *  A failure is logged; if the event is DEVICE-DELETED, with a second error. A callback that fails
+ *  in a rollback is logged, and the rollback goes on. These are the events:
  *
  *  @table adviser_event
  *

@@ -1,6 +1,9 @@
 # Manual pages and HTML, from the comments of the public headers, docs/conventions.md and the tables
 # that the tool prints. What is public and not documented, an argument included, stops the build.
 
+if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
+  message(FATAL_ERROR "KRIOLILGLU_DOCS runs the command kriolilglu: it needs a native build")
+endif()
 find_package(Doxygen 1.9.4 REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 

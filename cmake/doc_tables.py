@@ -10,9 +10,14 @@ import sys
 from itertools import groupby
 
 
+def escaped(text):
+    """Text for Doxygen, which takes an ampersand between quotes as it is."""
+    return html.escape(str(text), False).replace("&amp;", "&")
+
+
 def table(heads, rows):
     lines = ["".join(f"<th>{head}</th>" for head in heads)]
-    lines += ["".join(f"<td>{html.escape(str(cell), False)}</td>" for cell in row) for row in rows]
+    lines += ["".join(f"<td>{escaped(cell)}</td>" for cell in row) for row in rows]
     return f"<table>{''.join(f'<tr>{line}</tr>' for line in lines)}</table>"
 
 
@@ -38,7 +43,7 @@ def main(names_file, rows_file, header):
         if enumeration := re.match(r"KY_ENUM\((?:ky_)?(\w+)_t\)", line):
             constants = names[enumeration[1]]
         if constant := re.match(r"    [A-Z]\w+ = (\d+),", line):
-            name = html.escape(constants.get(int(constant[1]), "no name"), False)
+            name = escaped(constants.get(int(constant[1]), "no name"))
             line = f"{constant[0]} /**< {constant[1]}, {name} */\n"
         line = re.sub(r"^typedef uint32_t ky_(\w+)_t;",
                       r"/** The values that ky_\1_str names. @table \1 */ \g<0>", line)

@@ -1,5 +1,5 @@
-"""man_pages.py XML MAN SOURCE PACKAGE: writes manual pages from the folder of Doxygen's XML into the
-folder MAN: section 7 from the main page, and for section 3 a page for each public header, function,
+"""man_pages.py XML MAN SOURCE PACKAGE: writes manual pages from the folder of Doxygen's XML into
+the folder MAN: section 7 from the main page, and for section 3 a page for each public header, function,
 object and record, and one for the macros and types of a group; what shares a page gets an alias.
 What is not described is an error, and so is an exported symbol without a page."""
 
@@ -56,7 +56,8 @@ def rendered(paragraph):
             lines = table(child)
         elif child.tag in ("itemizedlist", "orderedlist"):
             lines = items(child)
-        elif child.tag in ("computeroutput", "bold") and not Page.mentions.fullmatch(child.text):
+        elif child.tag in ("computeroutput", "bold") and not \
+                Page.mentions.fullmatch(child.text or ""):
             text += rf"\fB{rendered(child)}\fP"
         elif child.tag not in ("parameterlist", "simplesect"):
             text += rendered(child)
@@ -188,8 +189,8 @@ class Page:
         first, *others = self.members
         synopsis = [rf"\fB{escaped(declaration(each))}\fP" for each in self.members]
         if self.is_shared:
-            text = {"DESCRIPTION": "\n".join([*filter(None, [prose(self.group.find("description"))]),
-                                              *map(shared, self.members)])}
+            above = prose(self.group.find("description"))
+            text = {"DESCRIPTION": "\n".join([*filter(None, [above]), *map(shared, self.members)])}
         else:
             text = {
                 "DESCRIPTION": prose(brief(first), details(first)),
@@ -275,7 +276,8 @@ def main(xml, man, package):
             sys.exit(f"{names[0]} is not described")
         folder = man / f"man{number}"
         folder.mkdir(parents=True, exist_ok=True)
-        lines = [f'.TH "{names[0]}" {number} "" "{package}" " "', ".nh", ".ad l", ".SH NAME",
+        lines = [f'.TH "{names[0]}" {number} "" "{package}" " "', ".nh", ".ad l", ".ds AD l",
+                 ".SH NAME",
                  rf"{', '.join(names)} \- {summary}"]
         for title, body in sections.items():
             lines += [f".SH {title}", body] if body else []

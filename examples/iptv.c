@@ -11,12 +11,14 @@
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+#include <stddef.h>
 #include <stdio.h>
 
 #define MEM_TYPE 17                /* TELEMETRY */
 #define ROW_SDK_MC_CONTAINER_SET 1 /* of port_type_validation_table */
 #define PORT_LEAVES ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID
 #define PORT_STAYS ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID
+#define PORT_HAS_LEFT ADVISER_EVENT_PORT_DELETED_FROM_SWID
 #define NO_PORT 0xFFFFFFFF
 
 static uint32_t iptv_verbosity_level = KY_LOG_LEVEL_DEFAULT;
@@ -112,13 +114,13 @@ static ky_status_t iptv_join(uint32_t log_port, const ky_mc_route_key_t* channel
 
 /* ---- The module's life ---- */
 
-/* The advisor: a port that watches may not leave. One that may is closed for new viewers, until the
- * rollback opens it again: then another advisor has vetoed, or the deletion itself has failed. */
-static ky_status_t on_port_leaving(adviser_event_t event, void* event_data)
+/* The advisor: a port that watches may not leave. One that may is closed for new viewers, until it has
+ * left, or the rollback opens it again: then another advisor has vetoed, or its deletion failed. */
+static ky_status_t on_port(adviser_event_t event, void* event_data)
 {
     const uint32_t log_port = *(const uint32_t*)event_data;
-    if (event == PORT_STAYS) {
-        leaving_port = NO_PORT;
+    if (event != PORT_LEAVES) {
+        leaving_port = leaving_port == log_port ? NO_PORT : leaving_port;
         return KY_STATUS_SUCCESS;
     }
     if (utils_qmap_key_exists(&viewer_map, log_port, NULL) == KY_STATUS_SUCCESS) {
@@ -134,7 +136,13 @@ static ky_status_t iptv_init(void)
     ky_status_t status =
         utils_qpool_qmap_init(&viewer_pool, &viewer_map, 4, 64, 4, sizeof(viewer_t), "IPTV viewer");
     if (status == KY_STATUS_SUCCESS) {
-        status = adviser_register_event(KY_ACCESS_CMD_ADD, PORT_LEAVES, on_port_leaving);
+        status = adviser_register_event(KY_ACCESS_CMD_ADD, PORT_LEAVES, on_port);
+        if (status == KY_STATUS_SUCCESS) {
+            status = adviser_register_event(KY_ACCESS_CMD_ADD, PORT_HAS_LEFT, on_port);
+            if (status != KY_STATUS_SUCCESS) {
+                adviser_register_event(KY_ACCESS_CMD_DELETE, PORT_LEAVES, on_port);
+            }
+        }
         if (status != KY_STATUS_SUCCESS) {
             cl_qpool_destroy(&viewer_pool);
         }
@@ -143,11 +151,11 @@ static ky_status_t iptv_init(void)
     return status;
 }
 
-static ky_status_t iptv_deinit(void)
+static void iptv_deinit(void)
 {
     KY_TRACE_ENTRY();
-    const ky_status_t status =
-        adviser_register_event(KY_ACCESS_CMD_DELETE, PORT_LEAVES, on_port_leaving);
+    adviser_register_event(KY_ACCESS_CMD_DELETE, PORT_LEAVES, on_port);
+    adviser_register_event(KY_ACCESS_CMD_DELETE, PORT_HAS_LEFT, on_port);
     for (cl_map_item_t* item = cl_qmap_head(&viewer_map); item != cl_qmap_end(&viewer_map);
          item = cl_qmap_next(item)) {
         utils_memory_put(((const viewer_t*)viewer_of_map_item(item))->samples, MEM_TYPE);
@@ -155,7 +163,6 @@ static ky_status_t iptv_deinit(void)
     utils_db_qmap_del(&viewer_map, &viewer_pool, viewer_of_map_item, pool_item_of_viewer);
     cl_qpool_destroy(&viewer_pool); /* a map needs no end */
     KY_TRACE_EXIT();
-    return status;
 }
 
 /* ---- The process around the module ---- */
@@ -177,6 +184,7 @@ int main(void)
     const ky_mc_route_key_t unicast = {sender, sender};
     uint32_t port = 0x00010001;
     uint32_t other = 0x00010002;
+    uint32_t third = 0x00010003;
     setvbuf(stdout, NULL, _IOLBF, 0); /* in order with the messages on standard error */
 
     EXPECT(adviser_init(), KY_STATUS_SUCCESS);
@@ -194,9 +202,12 @@ int main(void)
     EXPECT(iptv_join(other, &news, 60), KY_STATUS_RESOURCE_IN_USE);
     EXPECT(adviser_process_event(PORT_STAYS, &other), KY_STATUS_SUCCESS); /* the deletion failed */
     EXPECT(iptv_join(other, &news, 60), KY_STATUS_SUCCESS);
+    EXPECT(adviser_process_event(PORT_LEAVES, &third), KY_STATUS_SUCCESS);
+    EXPECT(adviser_process_event(PORT_HAS_LEFT, &third), KY_STATUS_SUCCESS);
+    EXPECT(iptv_join(third, &news, 60), KY_STATUS_SUCCESS); /* a new port of that number */
 
     EXPECT(utils_memory_dbg_dump(stdout), KY_STATUS_SUCCESS);
-    EXPECT(iptv_deinit(), KY_STATUS_SUCCESS);
+    iptv_deinit();
     EXPECT(adviser_deinit(), KY_STATUS_SUCCESS);
     return failures != 0;
 }

@@ -31,10 +31,8 @@ typedef struct port_type_validation_entry {
 /** The API functions, and the types of port that each accepts.
  *
  *  The library reads the table in is_port_type_valid, and does not write it. A caller that writes
- *  it must do so while no check runs. Rows 0 and 173 are sentinels that accept nothing. The other
- *  rows are these, which `kriolilglu port` prints too:
- *
- *  @table port
+ *  it must do so while no check runs. Rows 0 and 173 are sentinels that accept nothing;
+ *  is_port_type_valid lists the others, and `kriolilglu port` prints them.
  */
 KY_EXPORT extern port_type_validation_entry_t port_type_validation_table[PORT_TYPE_VALIDATION_ROWS];
 

@@ -3,7 +3,7 @@
  *
  * Each function checks its arguments in a fixed order, logs one error message under module
  * "KY_API_ROUTER" for the first check that fails, and returns the status of that check. Commands
- * are not checked: one that a function does not name passes what is checked for named ones. The
+ * are not checked: a check that is stated for certain commands is skipped for all others. The
  * functions trace entry and exit, except the verbosity setter, and are thread-safe while no thread
  * changes the records. */
 #ifndef KY_ROUTER_UTILS_VALIDATE_H

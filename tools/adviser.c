@@ -31,15 +31,13 @@ struct told {
 static ky_status_t called(adviser_cb_t callback, adviser_event_t event);
 
 /* The adviser tells callbacks apart by their addresses, so each module has one of its own. */
-// clang-format off
 #define CALLBACKS(X) X(0) X(1) X(2) X(3) X(4) X(5)
-#define CALLBACK(number)                                                                         \
-    static ky_status_t callback_##number(adviser_event_t event, void* event_data)               \
-    {                                                                                            \
-        return event_data == NULL ? called(callback_##number, event) : KY_STATUS_ERROR;          \
+#define CALLBACK(number)                                                                \
+    static ky_status_t callback_##number(adviser_event_t event, void* event_data)       \
+    {                                                                                   \
+        return event_data == NULL ? called(callback_##number, event) : KY_STATUS_ERROR; \
     }
 #define MODULE(number) {.callback = callback_##number},
-// clang-format on
 CALLBACKS(CALLBACK)
 
 /* The adviser calls callbacks in the order of their addresses: sorted, that is the order in which
@@ -61,7 +59,7 @@ static int compare_addresses(const void* a, const void* b)
  * each by its name. */
 void prepare_adviser(void)
 {
-    char record[RECORD_SIZE];
+    char record[RECORD_SIZE] = "";
     record_buffer = record;
     for (uint32_t event = 1;
          event < EVENTS_MAX && adviser_process_event(event, NULL) == KY_STATUS_DB_NOT_INITIALIZED;
@@ -122,10 +120,10 @@ bool answer_adviser(const request_t* request)
 
 bool answer_register(const request_t* request)
 {
-    struct module* module = find_module(request->word[1]);
     if (request->count == 4 && request->value[2] != REJECT) {
         return unreadable("a status goes with 'reject' alone");
     }
+    struct module* module = find_module(request->word[1]);
     if (module == NULL) {
         return false;
     }

@@ -20,47 +20,58 @@ static const struct form {
 #include "requests.inc"
 };
 
-/* Prints the forms whose names begin with a word, with or without what they do; returns how many
- * there are. */
-static size_t print_forms(FILE* stream, const char* word, bool in_full)
+/* Whether its name begins with these words. */
+static bool is_about(const struct form* form, const char* words)
 {
-    size_t count = 0;
-    const size_t length = strlen(word);
-    for (size_t i = 0; i < COUNT_OF(forms); i++) {
-        const char* name = forms[i].name;
-        if (strncmp(name, word, length) == 0 &&
-            (length == 0 || name[length] == '\0' || name[length] == ' ')) {
-            count++;
-            if (stream != NULL) {
-                fprintf(stream, "  %s%s\n", name, forms[i].arguments);
-                fputs(in_full ? forms[i].text : "", stream);
-            }
-        }
-    }
-    return count;
+    const size_t length = strlen(words);
+    return begins(form->name, words) && (length == 0 || strchr(" ", form->name[length]) != NULL);
 }
 
-static bool is_request(const char* word)
+static bool is_request(const char* words)
 {
-    return print_forms(NULL, word, false) != 0;
+    size_t i = 0;
+    while (i < COUNT_OF(forms) && !is_about(&forms[i], words)) {
+        i++;
+    }
+    return i != COUNT_OF(forms);
+}
+
+/* Prints the forms about these words, and in full what they do: a text is that of the forms in front
+ * of it, too. */
+static void print_forms(FILE* stream, const char* words, bool in_full)
+{
+    bool has_text = false;
+    for (size_t i = 0; i < COUNT_OF(forms); i++) {
+        if (is_about(&forms[i], words)) {
+            fprintf(stream, "  %s%s\n", forms[i].name, forms[i].arguments);
+            has_text = in_full;
+        }
+        if (has_text && forms[i].text[0] != '\0') {
+            fputs(forms[i].text, stream);
+            has_text = false;
+        }
+    }
 }
 
 /* Reports a request that has no such form, or does not exist; returns false. */
 static bool misused(const char* name)
 {
-    if (is_request(name)) {
-        unreadable("the form of '%s' is", name);
-        print_forms(stderr, name, false);
-    } else {
-        FIND("request", name, forms);
+    if (!is_request(name)) {
+        return FIND("request", name, forms) != NULL;
     }
+    unreadable("usage:");
+    print_forms(stderr, name, false);
     return false;
 }
 
 bool answer_help(const request_t* request)
 {
     const char* name = request->count == 0 ? "" : request->word[0];
-    return print_forms(stdout, name, request->count != 0) != 0 || misused(name);
+    if (!is_request(name)) {
+        return misused(name);
+    }
+    print_forms(stdout, name, request->count != 0);
+    return true;
 }
 
 /* ---- Making a request ---- */
@@ -68,33 +79,29 @@ bool answer_help(const request_t* request)
 /* Which of the names between the bars it is. */
 static bool read_alternative(char* alternatives, const char* word, uint32_t* value)
 {
-    const char* names[WORDS_MAX];
-    size_t count = 0;
-    char* rest = alternatives;
-    while ((names[count] = strtok_r(NULL, "|", &rest)) != NULL) {
-        count++;
+    char* rest = NULL;
+    char list[64];
+    snprintf(list, sizeof list, "%s", alternatives);
+    for (char* name = strtok_r(alternatives, "|", &rest); name != NULL;
+         name = strtok_r(NULL, "|", &rest)) {
+        if (is_named(word, name)) {
+            return true;
+        }
+        (*value)++;
     }
-    const char* const* name = find("alternative", word, names, count, sizeof names[0]);
-    *value = name == NULL ? 0 : (uint32_t)(name - names);
-    return name != NULL;
+    return unreadable("'%s' is not one of %s", word, list);
 }
 
-/* A placeholder says what the word is: an enumeration, a prefix, a number; any other leaves it. */
+/* A placeholder says what the word is: text, a prefix, a value of an enumeration or a number. */
 static bool read_argument(char* placeholder, const char* word, request_t* request)
 {
-    static const struct kind {
-        const char* placeholder;
-        int64_t min;
-        int64_t max;
-    } numbers[] = {
-        {"UINT8", 0, UINT8_MAX},   {"UINT16", 0, UINT16_MAX},  {"INT32", INT32_MIN, INT32_MAX},
-        {"UINT32", 0, UINT32_MAX}, {"BLOCK", 0, UINT32_MAX},   {"COUNT", 0, UINT32_MAX},
-        {"LEVEL", 0, UINT32_MAX},  {"COUNTER", 0, UINT32_MAX}, {"RPF_GROUP", 0, UINT32_MAX},
-        {"PORT", 0, UINT32_MAX},   {"SIZE", 0, UINT32_MAX},
-    };
-    int64_t number = 0;
+    static const char* const texts[] = {"DESCRIPTION", "ENUMERATION", "MODULE",
+                                        "REQUEST",     "TEXT",        "VALUE"};
     uint32_t* value = &request->value[request->count];
     request->word[request->count++] = word;
+    if (FIND(NULL, placeholder, texts) != NULL) {
+        return true;
+    }
     if (strcmp(placeholder, "SOURCE") == 0) {
         return read_prefix(word, &request->key.source_addr);
     }
@@ -104,13 +111,16 @@ static bool read_argument(char* placeholder, const char* word, request_t* reques
     if (strchr(placeholder, '|') != NULL) {
         return read_alternative(placeholder, word, value);
     }
-    const struct kind* kind = FIND(NULL, placeholder, numbers);
-    if (kind != NULL) {
-        const bool ok = read_number(word, kind->min, kind->max, &number);
-        *value = (uint32_t)number;
-        return ok;
+    if (is_enumeration(placeholder)) {
+        return read_value(word, placeholder, value);
     }
-    return read_value(word, placeholder, value);
+    int bits = 32; /* unless the placeholder has others: UINT8, INT32 */
+    int64_t number = 0;
+    sscanf(placeholder, "%*[UINT]%d", &bits);
+    const int64_t min = strncmp(placeholder, "INT", 3) == 0 ? -(INT64_C(1) << (bits - 1)) : 0;
+    const bool ok = read_number(word, min, min + (INT64_C(1) << bits) - 1, &number);
+    *value = (uint32_t)number;
+    return ok;
 }
 
 /* Reads the words behind a request's name as its form says. */
@@ -158,8 +168,8 @@ static bool make_request(const char* const* words, size_t count)
         return unreadable("it has more than %d words", WORDS_MAX);
     }
     for (size_t i = COUNT_OF(forms); i-- != 0;) {
-        const size_t length = strcmp(forms[i].name, both) == 0 ? 2 : 1;
-        if (length == 2 || strcmp(forms[i].name, words[0]) == 0) {
+        const size_t length = is_named(both, forms[i].name) ? 2 : 1;
+        if (length == 2 || is_named(words[0], forms[i].name)) {
             request_t request = {0};
             is_refused = false;
             return read_arguments(&forms[i], words + length, &request) && forms[i].answer(&request);
@@ -172,19 +182,21 @@ static bool make_request(const char* const* words, size_t count)
 
 static bool replay_line(char* line, size_t length)
 {
-    while (length != 0 && strchr("\r\n", line[length - 1]) != NULL) {
+    while (length != 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) {
         line[--length] = '\0';
     }
-    printf("%s%s\n", strchr("#", line[strspn(line, " \t")]) == NULL ? "> " : "", line);
+    const char first = line[strspn(line, " \t")];
+    printf("%s%s\n", first == '\0' || first == '#' ? "" : "> ", line);
     if (strlen(line) != length) {
         return unreadable("it holds a null character");
     }
     line[strcspn(line, "#")] = '\0';
     const char* words[WORDS_MAX + 2] = {NULL};
     size_t count = 0;
-    char* rest = line;
-    while (count <= WORDS_MAX && (words[count] = strtok_r(NULL, " \t", &rest)) != NULL) {
-        count++;
+    char* rest = NULL;
+    for (char* word = strtok_r(line, " \t", &rest); word != NULL && count <= WORDS_MAX;
+         word = strtok_r(NULL, " \t", &rest)) {
+        words[count++] = word;
     }
     return count == 0 || make_request(words, count);
 }
@@ -205,31 +217,32 @@ static int replay(FILE* input)
     return count == 0 ? EXIT_ACCEPTED : EXIT_NOT_UNDERSTOOD;
 }
 
-/* ---- The command ---- */
-
 static int run(int count, char** arguments)
 {
-    if (count == 0 || strcmp(arguments[0], "--help") == 0 ||
-        strcmp(arguments[0], "--version") == 0) {
-        FILE* stream = count == 0 ? stderr : stdout;
+    const char* first = count == 0 ? "--" : arguments[0];
+    if (first[0] == '-' && first[1] != '\0') {
+        const bool ok = strcmp(first, "--help") == 0 || strcmp(first, "--version") == 0;
+        FILE* stream = ok ? stdout : stderr;
         fputs("kriolilglu " VERSION "\nusage: kriolilglu REQUEST | FILE | -\n\n", stream);
         print_forms(stream, "", false);
-        return count == 0 ? EXIT_NOT_UNDERSTOOD : EXIT_ACCEPTED;
+        return ok ? EXIT_ACCEPTED : EXIT_NOT_UNDERSTOOD;
     }
-    if (count > 1 || is_request(arguments[0])) {
+    if (count > 1 || is_request(first)) {
         return !make_request((const char* const*)arguments, (size_t)count) ? EXIT_NOT_UNDERSTOOD
                : is_refused                                                ? EXIT_REFUSED
                                                                            : EXIT_ACCEPTED;
     }
-    FILE* input = strcmp(arguments[0], "-") == 0 ? stdin : fopen(arguments[0], "r");
+    FILE* input = strcmp(first, "-") == 0 ? stdin : fopen(first, "r");
     if (input == NULL) {
-        perror(arguments[0]);
-        misused(arguments[0]);
+        perror(first);
+        if (strpbrk(first, "./") == NULL) {
+            misused(first);
+        }
         return EXIT_NOT_UNDERSTOOD;
     }
     int status = replay(input);
     if (ferror(input)) {
-        perror(arguments[0]);
+        perror(first);
         status = EXIT_NOT_UNDERSTOOD;
     }
     fclose(input);

@@ -33,8 +33,9 @@ extern unsigned line_number; /* of the input; 0 for a request given as arguments
 /* Reports why a request is not understood; returns false. */
 __attribute__((format(printf, 1, 2))) bool unreadable(const char* format, ...);
 
-/* Equal, and contained: but for case, and with blanks, hyphens and underscores alike. */
+/* Case does not count, nor do blanks, hyphens and underscores differ. */
 bool is_named(const char* word, const char* name);
+bool begins(const char* name, const char* word);
 bool contains(const char* name, const char* word);
 
 /* The names that are nearest to a word: a search offers each name that it passes, and reports them
@@ -55,26 +56,18 @@ bool no_such(const char* what, const nearest_t* nearest);
 #define FIND(what, word, table) find(what, word, table, COUNT_OF(table), sizeof((table)[0]))
 const void* find(const char* what, const char* word, const void* table, size_t count, size_t size);
 
-bool is_number(const char* word);
+bool is_number(const char* word, int64_t* number);
 bool read_number(const char* word, int64_t min, int64_t max, int64_t* number);
 bool read_uint32(const char* word, uint32_t* number);
 
-/* A value of an enumeration, by its number or its name; if there is no such enumeration, nothing. */
+/* A value of an enumeration, by its number or its name. */
+bool is_enumeration(const char* name);
 bool read_value(const char* word, const char* enumeration, uint32_t* value);
 
 /* An address with a length, a mask or nothing behind it: 10.1.0.0/16, 239.1.0.1/255.255.0.255. */
 bool read_prefix(const char* word, ky_ip_prefix_t* prefix);
 
-/* ---- Answering ---- */
-
 extern bool is_refused; /* by the library */
-
-/* A sequence that switches to a colour; empty unless standard output shows colours. */
-const char* colour(const char* sequence);
-#define RED "\033[31m"
-#define GREEN "\033[32m"
-#define YELLOW "\033[33m"
-#define PLAIN "\033[m"
 
 /* Prints a line of an answer. */
 __attribute__((format(printf, 1, 2))) void answer(const char* format, ...);

@@ -6,13 +6,11 @@
 
 /* ---- Options: "name=value" ---- */
 
-/* What one option fills in. */
 typedef struct option {
     const char* name;
     uint32_t* number;
     const char* enumeration; /* null for a plain number */
     ky_ip_prefix_t* prefix;  /* null for a number */
-    uint32_t* is_given;      /* becomes 1; may be null */
 } option_t;
 
 static bool read_options(const request_t* request, const option_t* options, size_t count)
@@ -31,9 +29,6 @@ static bool read_options(const request_t* request, const option_t* options, size
                   : read_value(value, option->enumeration, option->number))) {
             return false;
         }
-        if (option->is_given != NULL) {
-            *option->is_given = 1;
-        }
     }
     return true;
 }
@@ -46,38 +41,42 @@ static bool route_get(const request_t* request)
     ky_mc_route_get_filter_t filter = {0};
     uint32_t entries = 1;
     const option_t options[] = {
-        {"entries", &entries, NULL, NULL, NULL},
-        {"source", NULL, NULL, &filter.source_addr, &filter.source_addr_valid},
-        {"group", NULL, NULL, &filter.mc_group_addr, &filter.mc_group_addr_valid},
-        {"by_rif", &filter.ingress_rif_valid, NULL, NULL, NULL},
-        {"by_rif_in_groups", &filter.ingress_rif_incl_rpf_groups_valid, NULL, NULL, NULL},
+        {"entries", &entries, NULL, NULL},
+        {"source", NULL, NULL, &filter.source_addr},
+        {"group", NULL, NULL, &filter.mc_group_addr},
+        {"by_rif", &filter.ingress_rif_valid, NULL, NULL},
+        {"by_rif_in_groups", &filter.ingress_rif_incl_rpf_groups_valid, NULL, NULL},
     };
     const ky_access_cmd_t cmd = request->value[0];
     const bool has_key = cmd == KY_ACCESS_CMD_GET;
-    if (has_key != (request->count == 3)) {
+    if (request->count != (has_key ? 3 : 1)) {
         return unreadable(has_key ? "a get takes a source and a group" : "it takes a filter alone");
     }
-    return read_options(request, options, has_key ? 1 : COUNT_OF(options)) &&
-           answer_with(ky_router_utils_validate_mc_route_get(
-               cmd, 0, &request->key, &filter, NULL, &entries));
+    if (!read_options(request, options, has_key ? 1 : COUNT_OF(options))) {
+        return false;
+    }
+    filter.source_addr_valid = filter.source_addr.version != 0;
+    filter.mc_group_addr_valid = filter.mc_group_addr.version != 0;
+    return answer_with(
+        ky_router_utils_validate_mc_route_get(cmd, 0, &request->key, &filter, NULL, &entries));
 }
 
 static bool route_set(const request_t* request)
 {
     ky_mc_route_attr_t attr = {.ttl_cmd = 1, .prio_type = 1};
     ky_mc_route_data_t data = {.action = 2};
-    uint32_t token = 0;
-    uint32_t token_mask = KY_USER_TOKEN_MAX;
+    uint32_t token = UINT32_MAX; /* none */
+    uint32_t mask = KY_USER_TOKEN_MAX;
     const option_t options[] = {
-        {"rpf", &attr.rpf_action, "router_rpf_action", NULL, NULL},
-        {"rpf_group", &attr.rpf_group_id, NULL, NULL, NULL},
-        {"prio", &attr.prio_type, "router_prio_type", NULL, NULL},
-        {"ttl", &attr.ttl_cmd, "mc_router_ttl_cmd", NULL, NULL},
-        {"token", &token, NULL, NULL, &attr.user_token_valid},
-        {"token_mask", &token_mask, NULL, NULL, &attr.user_token_valid},
-        {"action", &data.action, "router_action", NULL, NULL},
-        {"rifs", &data.egress_rif_cnt, NULL, NULL, NULL},
-        {"container", &data.egress_container_id, NULL, NULL, NULL},
+        {"rpf", &attr.rpf_action, "router_rpf_action", NULL},
+        {"rpf_group", &attr.rpf_group_id, NULL, NULL},
+        {"prio", &attr.prio_type, "router_prio_type", NULL},
+        {"ttl", &attr.ttl_cmd, "mc_router_ttl_cmd", NULL},
+        {"token", &token, NULL, NULL},
+        {"token_mask", &mask, NULL, NULL},
+        {"action", &data.action, "router_action", NULL},
+        {"rifs", &data.egress_rif_cnt, NULL, NULL},
+        {"container", &data.egress_container_id, NULL, NULL},
     };
     if (request->count == 2) {
         return unreadable("a group is missing");
@@ -85,11 +84,13 @@ static bool route_set(const request_t* request)
     if (!read_options(request, options, COUNT_OF(options))) {
         return false;
     }
-    if (token > UINT16_MAX || token_mask > UINT16_MAX) {
+    attr.user_token_valid = token != UINT32_MAX || mask != KY_USER_TOKEN_MAX;
+    token = token == UINT32_MAX ? 0 : token;
+    if (token > UINT16_MAX || mask > UINT16_MAX) {
         return unreadable("a user token and its mask have 16 bits");
     }
     attr.user_token_value = (uint16_t)token;
-    attr.user_token_mask = (uint16_t)token_mask;
+    attr.user_token_mask = (uint16_t)mask;
     const ky_mc_route_key_t* key = request->count == 3 ? &request->key : NULL;
     return answer_with(
         ky_router_utils_validate_mc_route_set(request->value[0], 0, key, &attr, &data));

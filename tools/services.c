@@ -16,12 +16,11 @@
 #include <string.h>
 #include <unistd.h>
 
-/* ---- Answers, and the library's records ---- */
-
 bool is_refused;
 char* record_buffer;
 
-const char* colour(const char* sequence)
+/* A sequence that switches to a colour; empty unless standard output shows colours. */
+static const char* colour(const char* sequence)
 {
     const char* never = getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): there is one thread
     return (never == NULL || never[0] == '\0') && isatty(STDOUT_FILENO) != 0 ? sequence : "";
@@ -41,8 +40,8 @@ bool answer_with(ky_status_t status)
 {
     is_refused = status != KY_STATUS_SUCCESS;
     answer(
-        "%s%" PRIu32 " %s%s", colour(is_refused ? RED : GREEN), status, ky_status_str(status),
-        colour(PLAIN));
+        "%s%" PRIu32 " %s%s", colour(is_refused ? "\033[31m" : "\033[32m"), status,
+        ky_status_str(status), colour("\033[m"));
     return true;
 }
 
@@ -56,8 +55,8 @@ int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
     va_end(arguments);
     record[strcspn(record, "\n")] = '\0';
     if (record == text) {
-        printf("%s%s ", colour(YELLOW), KY_LOG_LEVEL_NAME(severity_mask));
-        printf("%s: %s%s\n", module, text, colour(PLAIN));
+        printf("%s%s ", colour("\033[33m"), KY_LOG_LEVEL_NAME(severity_mask));
+        printf("%s: %s%s\n", module, text, colour("\033[m"));
     }
     return 0;
 }
@@ -82,35 +81,29 @@ CHECK(device_id, (uint8_t)request->value[0])
 CHECK(device_node_type, (int32_t)request->value[0])
 CHECK(msg_size, request->value[0], request->value[1])
 
-#define SETTING(name)                                      \
-    bool answer_setting_##name(const request_t* request)   \
-    {                                                      \
-        uint32_t value = request->value[0];                \
-        if (request->count == 1) {                         \
-            return answer_with(utils_##name##_set(value)); \
-        }                                                  \
-        answer_with(utils_##name##_get(&value));           \
-        answer(#name " = %" PRIu32, value);                \
-        return true;                                       \
+#define SETTING(name)                                                                              \
+    bool answer_setting_##name(const request_t* request)                                           \
+    {                                                                                              \
+        uint32_t value = request->value[0];                                                        \
+        answer_with(request->count == 1 ? utils_##name##_set(value) : utils_##name##_get(&value)); \
+        if (request->count == 0) {                                                                 \
+            answer(#name " = %" PRIu32, value);                                                    \
+        }                                                                                          \
+        return true;                                                                               \
     }
 SETTING(use_xm)
 SETTING(boot_mode)
 
-static ky_status_t set_adviser_verbosity(uint32_t level)
-{
-    return adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level);
-}
-
-bool answer_verbosity(const request_t* request)
-{
-    static ky_status_t (*const setters[])(uint32_t level) = {
-        set_adviser_verbosity,
-        utils_log_verbosity_level_set,
-        ky_router_utils_log_verbosity_set,
-        port_type_validate_log_verbosity_level_set,
-    };
-    return answer_with(setters[request->value[0]](request->value[1]));
-}
+#define VERBOSITY(module, call)                              \
+    bool answer_verbosity_##module(const request_t* request) \
+    {                                                        \
+        uint32_t level = request->value[0];                  \
+        return answer_with(call);                            \
+    }
+VERBOSITY(adviser, adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level))
+VERBOSITY(utils, utils_log_verbosity_level_set(level))
+VERBOSITY(ky_api_router, ky_router_utils_log_verbosity_set(level))
+VERBOSITY(port_type_validate, port_type_validate_log_verbosity_level_set(level))
 
 bool answer_trace(const request_t* request)
 {
@@ -219,7 +212,7 @@ static const char* accepted_types(uint32_t row)
     return length == 0 ? "nothing" : types;
 }
 
-/* The type that a row of this bit alone accepts; a row is borrowed for the question. */
+/* The type that a row of this bit alone accepts; the first row has it for as long as it takes to ask. */
 const char* port_type_bit_name(uint32_t bit)
 {
     if (bit > UINT8_MAX || (bit & (bit - 1)) != 0) {

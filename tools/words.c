@@ -1,9 +1,10 @@
-/* Reading the words of a request. */
+/* Reading the words of a request, and the requests about names. */
 #include "kriolilglu.h"
+
+#include <ky_names.h>
 
 #include <arpa/inet.h>
 #include <ctype.h>
-#include <errno.h>
 #include <inttypes.h>
 #include <stdarg.h>
 #include <stdio.h>
@@ -31,7 +32,7 @@ static int plain(char c)
     return c == ' ' || c == '-' ? '_' : toupper((unsigned char)c);
 }
 
-static bool begins(const char* name, const char* word)
+bool begins(const char* name, const char* word)
 {
     for (; *word != '\0' && plain(*name) == plain(*word); name++) {
         word++;
@@ -50,7 +51,7 @@ bool contains(const char* name, const char* word)
     return begins(name, word);
 }
 
-/* How many characters must be put in, taken out or changed; 1 for a part of the name. */
+/* The Levenshtein distance; 1 for a part of the name. */
 static size_t distance(const char* word, const char* name)
 {
     enum { LENGTH_MAX = 64 };
@@ -92,10 +93,9 @@ void offer(nearest_t* nearest, const char* name)
 bool no_such(const char* what, const nearest_t* nearest)
 {
     char near[256] = "";
-    size_t length = 0;
     for (size_t i = 0; i < COUNT_OF(nearest->near) && nearest->near[i].name != NULL; i++) {
-        length += (size_t)snprintf(
-            near + length, sizeof near - length, "%s%s", i == 0 ? "; near it: " : ", ",
+        snprintf(
+            near + strlen(near), sizeof near - strlen(near), "%s%s", i == 0 ? "; near it: " : ", ",
             nearest->near[i].name);
     }
     return unreadable("there is no %s '%s'%s", what, nearest->word, near);
@@ -119,20 +119,17 @@ const void* find(const char* what, const char* word, const void* table, size_t c
 
 /* ---- Numbers and addresses ---- */
 
-bool is_number(const char* word)
+bool is_number(const char* word, int64_t* number)
 {
-    return isdigit((unsigned char)word[word[0] == '-' ? 1 : 0]) != 0;
+    char* end = NULL;
+    *number = strtoll(word, &end, strchr(word, 'x') != NULL ? 16 : 10);
+    return isdigit((unsigned char)word[word[0] == '-' ? 1 : 0]) != 0 && *end == '\0';
 }
 
 bool read_number(const char* word, int64_t min, int64_t max, int64_t* number)
 {
-    char* end = NULL;
-    errno = 0;
-    *number = strtoll(word, &end, strchr(word, 'x') != NULL ? 16 : 10);
-    if (!is_number(word) || *end != '\0' || errno != 0 || *number < min || *number > max) {
-        return unreadable("'%s' is not a number from %" PRId64 " to %" PRId64, word, min, max);
-    }
-    return true;
+    return (is_number(word, number) && *number >= min && *number <= max) ||
+           unreadable("'%s' is not a number from %" PRId64 " to %" PRId64, word, min, max);
 }
 
 bool read_uint32(const char* word, uint32_t* number)
@@ -145,9 +142,10 @@ bool read_uint32(const char* word, uint32_t* number)
 
 bool read_prefix(const char* word, ky_ip_prefix_t* prefix)
 {
-    char address[64] = "";
-    char mask[64] = "";
-    sscanf(word, "%63[^/]/%63s", address, mask);
+    char address[64];
+    const size_t length = strcspn(word, "/");
+    snprintf(address, sizeof address, "%.*s", (int)length, word);
+    const char* mask = word[length] == '\0' ? "" : word + length + 1;
     const bool is_ipv4 = strchr(address, ':') == NULL;
     const int family = is_ipv4 ? AF_INET : AF_INET6;
     const size_t count = is_ipv4 ? 1 : 4;
@@ -159,10 +157,10 @@ bool read_prefix(const char* word, ky_ip_prefix_t* prefix)
 
     prefix->version = is_ipv4 ? 1 : 2;
     if (inet_pton(family, address, words[0]) != 1 ||
-        (has_mask && inet_pton(family, mask, words[1]) != 1)) {
+        (has_mask && inet_pton(family, mask, words[1]) != 1) || length >= sizeof address) {
         return unreadable("'%s' is not an address, with a length or a mask", word);
     }
-    if (!has_mask && strchr(word, '/') != NULL && !read_number(mask, 0, bits, &bits)) {
+    if (!has_mask && word[length] != '\0' && !read_number(mask, 0, bits, &bits)) {
         return false;
     }
     for (size_t i = 0; i < count; i++, bits -= 32) {
@@ -172,5 +170,120 @@ bool read_prefix(const char* word, ky_ip_prefix_t* prefix)
                       : bits < 32 ? UINT32_MAX << (32 - bits)
                                   : UINT32_MAX;
     }
+    return true;
+}
+
+/* ---- Enumerations, and the requests name and status ---- */
+
+#define VALUE_MAX UINT16_MAX /* the highest one that is looked at; no enumeration comes near it */
+
+typedef struct enumeration {
+    const char* name;
+    const char* (*name_of)(uint32_t value);
+} enumeration_t;
+
+static const enumeration_t enumerations[] = {
+// clang-format off
+#define ENUMERATION(name) {#name, ky_##name##_str},
+#include "enumerations.inc" /* one for each function ky_*_str that the library exports */
+    // clang-format on
+    {"adviser_event", event_name},
+    {"memory_type", memory_type_name},
+    {"port_function", port_function_name},
+    {"port_type_bit", port_type_bit_name},
+};
+
+/* Finds one by its name or that of its type or function: port_mode, ky_port_mode_t. */
+static const enumeration_t* find_enumeration(const char* word)
+{
+    char name[64];
+    snprintf(name, sizeof name, "%s", begins(word, "ky_") ? word + 3 : word);
+    char* suffix = strrchr(name, '_');
+    if (suffix != NULL && (strcmp(suffix, "_t") == 0 || strcmp(suffix, "_str") == 0)) {
+        *suffix = '\0';
+    }
+    return FIND("enumeration", name, enumerations);
+}
+
+bool is_enumeration(const char* name)
+{
+    return FIND(NULL, name, enumerations) != NULL;
+}
+
+/* Whether the library names the value otherwise than one that cannot exist; perhaps by no text. */
+static bool has_name(const enumeration_t* enumeration, uint32_t value)
+{
+    return strcmp(enumeration->name_of(value), enumeration->name_of(UINT32_MAX)) != 0;
+}
+
+bool read_value(const char* word, const char* enumeration, uint32_t* value)
+{
+    const enumeration_t* found = find_enumeration(enumeration);
+    nearest_t nearest = {.word = word};
+    int64_t number = 0;
+    if (is_number(word, &number)) {
+        return read_uint32(word, value);
+    }
+    for (*value = 0; *value <= VALUE_MAX; (*value)++) {
+        if (has_name(found, *value)) {
+            if (is_named(word, found->name_of(*value))) {
+                return true;
+            }
+            offer(&nearest, found->name_of(*value));
+        }
+    }
+    return no_such(found->name, &nearest);
+}
+
+/* Lists the values whose names contain a text, behind a prefix; returns how many there are. */
+static size_t list(const enumeration_t* enumeration, const char* text, const char* prefix)
+{
+    size_t count = 0;
+    for (uint32_t value = 0; value <= VALUE_MAX; value++) {
+        const char* name = enumeration->name_of(value);
+        if (contains(name, text) && has_name(enumeration, value)) {
+            answer("%s%s%" PRIu32 " \"%s\"", prefix, *prefix == '\0' ? "" : " ", value, name);
+            count++;
+        }
+    }
+    return count;
+}
+
+bool answer_name_search(const request_t* request)
+{
+    size_t count = 0;
+    for (size_t i = 0; i < COUNT_OF(enumerations); i++) {
+        count += list(&enumerations[i], request->word[0], enumerations[i].name);
+    }
+    is_refused = count == 0;
+    return count != 0 || !unreadable("no value has '%s' in its name", request->word[0]);
+}
+
+bool answer_name(const request_t* request)
+{
+    uint32_t value = 0;
+    if (request->count == 0) {
+        for (size_t i = 0; i < COUNT_OF(enumerations); i++) {
+            answer("%s", enumerations[i].name);
+        }
+        return true;
+    }
+    const enumeration_t* named = find_enumeration(request->word[0]);
+    if (named == NULL || request->count == 1) {
+        return named != NULL && list(named, "", "") != 0;
+    }
+    if (!read_value(request->word[1], named->name, &value)) {
+        return false;
+    }
+    is_refused = !has_name(named, value) || named->name_of(value)[0] == '\0';
+    answer("%" PRIu32 " \"%s\"", value, named->name_of(value));
+    return true;
+}
+
+bool answer_status(const request_t* request)
+{
+    const uint32_t code = request->value[0];
+    is_refused = !has_name(find_enumeration("status"), code) || ky_status_str(code)[0] == '\0';
+    answer("%" PRIu32 " %s", code, ky_status_str(code));
     return true;
 }

@@ -230,7 +230,8 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 /** @name Entry and exit traces
  *
  *  A trace is a message at debug level that also needs `g_ky_log_module_func_enable` of the logging
- *  library to be set. Each trace reads both the flag and the verbosity.
+ *  library to be set. Each trace reads both the flag and the verbosity. The source defines a log
+ *  module as for KY_LOG_ERROR.
  *  @{ */
 
 /** Traces that the enclosing function is entered. */

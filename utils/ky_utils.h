@@ -185,7 +185,7 @@ KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
 /** @name Memory, accounted by type
  *
  *  Every block has a memory type, and the library counts the bytes that each type holds. These are
- *  the types, which `kriolilglu name memory_type` prints too:
+ *  the types, which have no constants and which `kriolilglu name memory_type` prints too:
  *
  *  @table memory_type
  *
@@ -277,18 +277,30 @@ typedef cl_pool_item_t* (*utils_record_to_pool_item_t)(void* record);
 
 /** @name Pools and maps
  *
- *  Pools and maps of the component library, with status codes. A pool supplies objects of one size;
- *  a map finds records by a 64-bit key. A record contains the item by which the map links it, and
- *  in a pool begins with the item of the pool. A database is a pool that supplies records and a map
- *  that finds them.
+ *  Pools and maps of the component library, with status codes; this header includes its headers. A
+ *  pool supplies objects of one size; a map finds records by a 64-bit key. A record contains the
+ *  item by which the map links it, and in a pool begins with the item of the pool. A database is a
+ *  pool that supplies records and a map that finds them:
+ *
+ *      typedef struct vlan {
+ *          cl_pool_item_t pool_item; // first
+ *          cl_map_item_t map_item;
+ *          uint32_t ports;
+ *      } vlan_t;
+ *
+ *      static void* vlan_of_map_item(cl_map_item_t* item)
+ *      {
+ *          return (char*)item - offsetof(vlan_t, map_item);
+ *      }
  *
  *  Both must be initialised before use. The caller ends a database: it frees what the records own,
- *  which it finds with cl_qmap_head, cl_qmap_next and cl_qmap_end in ascending order of the keys,
- *  then calls utils_db_qmap_del and cl_qpool_destroy. A map needs no end of its own.
+ *  which it finds from `cl_qmap_head(map)` by `cl_qmap_next(item)` to `cl_qmap_end(map)`, in
+ *  ascending order of the keys, then calls utils_db_qmap_del and `cl_qpool_destroy(pool)`. A map
+ *  needs no end of its own.
  *
- *  A call that fails leaves pool and map as they were. The functions
- *  do not log, except for the initialisations and the exit records of the utils_db_ functions on
- *  failure, and do not trace, except that utils_qmap_is_empty traces exit.
+ *  A call that fails leaves pool and map as they were. The functions do not log, except for the
+ *  initialisations and the exit records of the utils_db_ functions on failure, and do not trace,
+ *  except that utils_qmap_is_empty traces exit.
  *  @{ */
 
 /** Initialises a pool, and logs that at notice level.

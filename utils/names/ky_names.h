@@ -7,8 +7,8 @@
  * function states otherwise. The functions are thread-safe and async-signal-safe, and neither log
  * nor trace.
  *
- * Only `ky_status_t` and `ky_access_cmd_t` have constants. `kriolilglu name port_oper_speed` prints
- * the values and names of `ky_port_oper_speed_t`, and so on. */
+ * Of these types only `ky_status_t` and `ky_access_cmd_t` have constants. `kriolilglu name TYPE`
+ * prints the values of a type and their names. */
 #ifndef KY_NAMES_H
 #define KY_NAMES_H
 
