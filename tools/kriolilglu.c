@@ -114,9 +114,9 @@ static bool read_argument(char* placeholder, const char* word, request_t* reques
     if (is_enumeration(placeholder)) {
         return read_value(word, placeholder, value);
     }
-    int bits = 32; /* unless the placeholder has others: UINT8, INT32 */
+    const long width = strtol(placeholder + strcspn(placeholder, "0123456789"), NULL, 10);
+    const int bits = width == 0 ? 32 : (int)width; /* UINT8, INT32, COUNT */
     int64_t number = 0;
-    sscanf(placeholder, "%*[UINT]%d", &bits);
     const int64_t min = strncmp(placeholder, "INT", 3) == 0 ? -(INT64_C(1) << (bits - 1)) : 0;
     const bool ok = read_number(word, min, min + (INT64_C(1) << bits) - 1, &number);
     *value = (uint32_t)number;
