@@ -20,8 +20,6 @@ const char* event_name(uint32_t event)
     return event < EVENTS_MAX && event_names[event][0] != '\0' ? event_names[event] : "Unknown";
 }
 
-/* ---- Modules ---- */
-
 /* What a module is told to answer to an event: numbered as in the form of "register". */
 struct told {
     enum { ACCEPT, REJECT, FAIL_ROLLBACK, LEAVE } answer;

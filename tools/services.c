@@ -187,6 +187,7 @@ bool answer_memory_report(const request_t* request)
 
 #define ROW_MAX (PORT_TYPE_VALIDATION_ROWS - 2) /* the highest that is not a sentinel */
 #define TYPE_SHIFT 28
+#define TYPE_COUNT 16U
 
 static bool is_accepted(uint32_t row, uint32_t log_port)
 {
@@ -202,7 +203,7 @@ static const char* accepted_types(uint32_t row)
 {
     static char types[256];
     size_t length = 0;
-    for (uint32_t type = 0; type < 16; type++) {
+    for (uint32_t type = 0; type < TYPE_COUNT; type++) {
         if (is_accepted(row, type << TYPE_SHIFT) && length < sizeof types) {
             length += (size_t)snprintf(
                 types + length, sizeof types - length, "%s%s", length == 0 ? "" : ", ",
@@ -212,18 +213,18 @@ static const char* accepted_types(uint32_t row)
     return length == 0 ? "nothing" : types;
 }
 
-/* The type that a row of this bit alone accepts; the first row has it for as long as it takes to ask. */
+/* The type that a row of this bit alone accepts; the first row is one while it is asked. */
 const char* port_type_bit_name(uint32_t bit)
 {
-    if (bit > UINT8_MAX || (bit & (bit - 1)) != 0) {
-        return "nothing";
-    }
     port_type_validation_entry_t* row = &port_type_validation_table[1];
     const uint8_t kept = row->allowed_port_types;
+    uint32_t type = bit <= UINT8_MAX && (bit & (bit - 1)) == 0 ? 0 : TYPE_COUNT;
     row->allowed_port_types = (uint8_t)bit;
-    const char* types = accepted_types(1);
+    while (type < TYPE_COUNT && !is_accepted(1, type << TYPE_SHIFT)) {
+        type++;
+    }
     row->allowed_port_types = kept;
-    return types;
+    return type == TYPE_COUNT ? "Unknown" : ky_port_type_str(type);
 }
 
 const char* port_function_name(uint32_t row)
