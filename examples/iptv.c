@@ -206,8 +206,8 @@ int main(void)
     EXPECT(adviser_process_event(PORT_HAS_LEFT, &third), KY_STATUS_SUCCESS);
     EXPECT(iptv_join(third, &news, 60), KY_STATUS_SUCCESS); /* a new port of that number */
 
-    EXPECT(utils_memory_dbg_dump(stdout), KY_STATUS_SUCCESS);
     iptv_deinit();
     EXPECT(adviser_deinit(), KY_STATUS_SUCCESS);
+    EXPECT(utils_memory_dbg_dump(stdout), KY_STATUS_SUCCESS);
     return failures != 0;
 }

@@ -53,7 +53,7 @@ static int compare_addresses(const void* a, const void* b)
     return left < right ? -1 : left > right;
 }
 
-/* Puts the modules in order, and learns the names of events: without a registry, the adviser refuses
+/* Orders the modules, and learns the names of events: without a registry, the adviser refuses
  * each by its name. */
 void prepare_adviser(void)
 {

@@ -36,8 +36,8 @@ static bool is_request(const char* words)
     return i != COUNT_OF(forms);
 }
 
-/* Prints the forms about these words, and in full what they do: a text is that of the forms in front
- * of it, too. */
+/* Prints the forms about these words, and in full what they do: a text is that of the forms in
+ * front of it, too. */
 static void print_forms(FILE* stream, const char* words, bool in_full)
 {
     bool has_text = false;
@@ -171,7 +171,6 @@ static bool make_request(const char* const* words, size_t count)
         const size_t length = is_named(both, forms[i].name) ? 2 : 1;
         if (length == 2 || is_named(words[0], forms[i].name)) {
             request_t request = {0};
-            is_refused = false;
             return read_arguments(&forms[i], words + length, &request) && forms[i].answer(&request);
         }
     }

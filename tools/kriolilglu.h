@@ -1,4 +1,4 @@
-/* What the files of the command share: a request, how its words are read, and how it is answered. */
+/* What the files of the command share: a request, reading its words, and answering it. */
 #ifndef KRIOLILGLU_H
 #define KRIOLILGLU_H
 
