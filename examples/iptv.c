@@ -114,8 +114,8 @@ static ky_status_t iptv_join(uint32_t log_port, const ky_mc_route_key_t* channel
 
 /* ---- The module's life ---- */
 
-/* The advisor: a port that watches may not leave. One that may is closed for new viewers, until it has
- * left, or the rollback opens it again: then another advisor has vetoed, or its deletion failed. */
+/* The advisor: a port that watches may not leave. One that may is closed for new viewers until it
+ * has left, or until the rollback: another advisor has vetoed, or the deletion has failed. */
 static ky_status_t on_port(adviser_event_t event, void* event_data)
 {
     const uint32_t log_port = *(const uint32_t*)event_data;

@@ -66,7 +66,11 @@ static bool misused(const char* name)
 
 bool answer_help(const request_t* request)
 {
-    const char* name = request->count == 0 ? "" : request->word[0];
+    char name[64] = "";
+    for (size_t i = 0; i < request->count; i++) {
+        const size_t length = strlen(name);
+        snprintf(name + length, sizeof name - length, i == 0 ? "%s" : " %s", request->word[i]);
+    }
     if (!is_request(name)) {
         return misused(name);
     }

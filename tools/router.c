@@ -63,9 +63,9 @@ static bool route_get(const request_t* request)
 
 static bool route_set(const request_t* request)
 {
-    ky_mc_route_attr_t attr = {.ttl_cmd = 1, .prio_type = 1};
+    ky_mc_route_attr_t attr = {.ttl_cmd = 1, .prio_type = 1, .user_token_valid = 1};
     ky_mc_route_data_t data = {.action = 2};
-    uint32_t token = UINT32_MAX; /* none */
+    uint32_t token = 0;
     uint32_t mask = KY_USER_TOKEN_MAX;
     const option_t options[] = {
         {"rpf", &attr.rpf_action, "router_rpf_action", NULL},
@@ -84,8 +84,6 @@ static bool route_set(const request_t* request)
     if (!read_options(request, options, COUNT_OF(options))) {
         return false;
     }
-    attr.user_token_valid = token != UINT32_MAX || mask != KY_USER_TOKEN_MAX;
-    token = token == UINT32_MAX ? 0 : token;
     if (token > UINT16_MAX || mask > UINT16_MAX) {
         return unreadable("a user token and its mask have 16 bits");
     }

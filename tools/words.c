@@ -51,19 +51,14 @@ bool contains(const char* name, const char* word)
     return begins(name, word);
 }
 
-/* The Levenshtein distance; 1 for a part of the name. */
-static size_t distance(const char* word, const char* name)
+/* The Levenshtein distance to the first characters of a name. */
+static size_t distance(const char* word, const char* name, size_t length)
 {
-    enum { LENGTH_MAX = 64 };
-    size_t row[LENGTH_MAX + 1]; /* of the word so far, to each beginning of the name */
-    size_t length = 0;
-    if (contains(name, word)) {
-        return 1;
+    size_t row[64]; /* of the word so far, to each beginning of the name */
+    length = length < COUNT_OF(row) ? length : COUNT_OF(row) - 1;
+    for (size_t j = 0; j <= length; j++) {
+        row[j] = j;
     }
-    for (; length < LENGTH_MAX && name[length] != '\0'; length++) {
-        row[length] = length;
-    }
-    row[length] = length;
     for (size_t i = 0; word[i] != '\0'; i++) {
         size_t diagonal = row[0];
         row[0] = i + 1;
@@ -74,13 +69,15 @@ static size_t distance(const char* word, const char* name)
             row[j] = change < step ? change : step;
         }
     }
-    const size_t first = strcspn(name, " "); /* of two words, one may do */
-    return first < length && row[first] < row[length] ? row[first] : row[length];
+    return row[length];
 }
 
 void offer(nearest_t* nearest, const char* name)
 {
-    struct near_name next = {name, distance(nearest->word, name)};
+    const size_t whole = distance(nearest->word, name, strlen(name));
+    const size_t first = distance(nearest->word, name, strcspn(name, " "));
+    struct near_name next = {name, first < whole ? first : whole};
+    next.distance = contains(name, nearest->word) ? 1 : next.distance;
     for (size_t i = 0; i < COUNT_OF(nearest->near) && name[0] != '\0'; i++) {
         const struct near_name kept = nearest->near[i];
         if (kept.name == NULL || next.distance < kept.distance) {
@@ -105,11 +102,12 @@ const void* find(const char* what, const char* word, const void* table, size_t c
 {
     nearest_t nearest = {.word = word};
     for (const char* row = table; row != (const char*)table + count * size; row += size) {
-        const char* const* name = (const void*)row;
-        if (is_named(word, *name)) {
+        const char* name = NULL;
+        memcpy(&name, row, sizeof name);
+        if (is_named(word, name)) {
             return row;
         }
-        offer(&nearest, *name);
+        offer(&nearest, name);
     }
     if (what != NULL) {
         no_such(what, &nearest);
@@ -199,7 +197,7 @@ static const enumeration_t* find_enumeration(const char* word)
     char name[64];
     snprintf(name, sizeof name, "%s", begins(word, "ky_") ? word + 3 : word);
     char* suffix = strrchr(name, '_');
-    if (suffix != NULL && (strcmp(suffix, "_t") == 0 || strcmp(suffix, "_str") == 0)) {
+    if (suffix != NULL && (is_named(suffix, "_t") || is_named(suffix, "_str"))) {
         *suffix = '\0';
     }
     return FIND("enumeration", name, enumerations);
@@ -283,7 +281,8 @@ bool answer_name(const request_t* request)
 bool answer_status(const request_t* request)
 {
     const uint32_t code = request->value[0];
-    is_refused = !has_name(find_enumeration("status"), code) || ky_status_str(code)[0] == '\0';
+    const enumeration_t status = {"status", ky_status_str};
+    is_refused = !has_name(&status, code) || ky_status_str(code)[0] == '\0';
     answer("%" PRIu32 " %s", code, ky_status_str(code));
     return true;
 }

@@ -303,14 +303,15 @@ typedef cl_pool_item_t* (*utils_record_to_pool_item_t)(void* record);
  *  except that utils_qmap_is_empty traces exit.
  *  @{ */
 
-/** Initialises a pool, and logs that at notice level.
+/** Initialises a pool.
  *
- *  The counts are those of cl_qpool_init: the pool begins with min_count objects; when none is free
- *  it grows by grow_count, or by what is left up to max_count. The caller destroys the pool with
- *  cl_qpool_destroy, which frees all objects, those in use included.
+ *  Success is logged at notice level. The counts are those of cl_qpool_init: the pool begins with
+ *  min_count objects; when none is free it grows by grow_count, or by what is left up to max_count.
+ *  The caller destroys the pool with cl_qpool_destroy, which frees all objects, those in use
+ *  included.
  *
  *  @param pool_p       the pool; unchanged on failure
- *  @param min_count    number of objects at creation, 0 to max_count
+ *  @param min_count    number of objects at creation; at most max_count, unless that is 0
  *  @param max_count    largest number of objects; 0 for no limit
  *  @param grow_count   number of objects to grow by; 0 for a pool that does not grow
  *  @param object_size  size of an object in bytes, at least that of cl_pool_item_t, with which an
