@@ -1,7 +1,7 @@
 """man_pages.py XML MAN SOURCE PACKAGE: writes manual pages from the folder of Doxygen's XML into
-the folder MAN: section 7 from the main page, and for section 3 a page for each public header, function,
-object and record, and one for the macros and types of a group; what shares a page gets an alias.
-What is not described is an error, and so is an exported symbol without a page."""
+the folder MAN: section 7 from the main page, and for section 3 a page for each public header,
+function, object and record, and one for the macros and types of a group; what shares a page gets an
+alias. What is not described is an error, and so is an exported symbol without a page."""
 
 import re
 import sys

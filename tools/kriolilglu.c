@@ -81,23 +81,20 @@ bool answer_help(const request_t* request)
 /* ---- Making a request ---- */
 
 /* Which of the names between the bars it is. */
-static bool read_alternative(char* alternatives, const char* word, uint32_t* value)
+static bool read_alternative(const char* alternatives, const char* word, uint32_t* value)
 {
-    char* rest = NULL;
-    char list[64];
-    snprintf(list, sizeof list, "%s", alternatives);
-    for (char* name = strtok_r(alternatives, "|", &rest); name != NULL;
-         name = strtok_r(NULL, "|", &rest)) {
-        if (is_named(word, name)) {
+    for (const char* name = alternatives; name != NULL; name = strchr(name, '|')) {
+        name += name[0] == '|' ? 1 : 0;
+        if (strlen(word) == strcspn(name, "|") && begins(name, word)) {
             return true;
         }
         (*value)++;
     }
-    return unreadable("'%s' is not one of %s", word, list);
+    return unreadable("'%s' is not one of %s", word, alternatives);
 }
 
 /* A placeholder says what the word is: text, a prefix, a value of an enumeration or a number. */
-static bool read_argument(char* placeholder, const char* word, request_t* request)
+static bool read_argument(const char* placeholder, const char* word, request_t* request)
 {
     static const char* const texts[] = {"DESCRIPTION", "ENUMERATION", "MODULE",
                                         "REQUEST",     "TEXT",        "VALUE"};

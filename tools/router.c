@@ -4,8 +4,7 @@
 #include <stdio.h>
 #include <string.h>
 
-/* ---- Options: "name=value" ---- */
-
+/* OPTION=VALUE, and what it fills in. */
 typedef struct option {
     const char* name;
     uint32_t* number;
@@ -32,8 +31,6 @@ static bool read_options(const request_t* request, const option_t* options, size
     }
     return true;
 }
-
-/* ---- route ---- */
 
 /* What to read is given by a key or by a filter: for GET, a filter would not be looked at. */
 static bool route_get(const request_t* request)

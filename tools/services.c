@@ -53,7 +53,8 @@ int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
     va_start(arguments, format);
     vsnprintf(record, RECORD_SIZE, format, arguments);
     va_end(arguments);
-    record[strcspn(record, "\n")] = '\0';
+    char* end = strrchr(record, '\n');
+    *(end == NULL ? record + strlen(record) : end) = '\0';
     if (record == text) {
         printf("%s%s ", colour("\033[33m"), KY_LOG_LEVEL_NAME(severity_mask));
         printf("%s: %s%s\n", module, text, colour("\033[m"));

@@ -254,7 +254,10 @@ bool answer_name_search(const request_t* request)
         count += list(&enumerations[i], request->word[0], enumerations[i].name);
     }
     is_refused = count == 0;
-    return count != 0 || !unreadable("no value has '%s' in its name", request->word[0]);
+    if (is_refused) {
+        unreadable("no value has '%s' in its name", request->word[0]);
+    }
+    return true;
 }
 
 bool answer_name(const request_t* request)

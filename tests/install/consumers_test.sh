@@ -29,6 +29,8 @@ quietly cmake --install "$build" --prefix "$work/first"
 mv "$work/first" "$work/moved"
 lib=$(libdir "$work/moved" libkriolilglu.so)
 
+"$source/tests/abi/exports_test.sh" "$lib/libkriolilglu.so.1" "$source/abi/kriolilglu.map"
+"$source/tests/abi/hardening_test.sh" "$lib/libkriolilglu.so.1" "$source"
 "$work/moved/bin/kriolilglu" status 0 > /dev/null || { echo "the command does not run"; exit 1; }
 
 export PKG_CONFIG_PATH="$lib/pkgconfig"
