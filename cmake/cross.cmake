@@ -1,4 +1,5 @@
-# Toolchain file for Debian's cross compilers; runs the result under qemu or natively:
+# Toolchain file for Debian's cross compilers; runs the result natively if this machine can,
+# otherwise under qemu:
 #
 #     cmake -S . -B build --toolchain cmake/cross.cmake -DCMAKE_SYSTEM_PROCESSOR=aarch64
 #
@@ -16,11 +17,15 @@ set(CMAKE_CXX_COMPILER ${triplet}-g++)
 set(CMAKE_FIND_ROOT_PATH /usr/${triplet})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 
-if(CMAKE_SYSTEM_PROCESSOR STREQUAL "i686" AND CMAKE_HOST_SYSTEM_PROCESSOR STREQUAL "x86_64")
-  # Runs natively; the i686 loader finds the i686 libc.
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL "i686")
+  # The i686 loader finds the i686 libc; not every x86-64 kernel runs it.
   set(CMAKE_CROSSCOMPILING_EMULATOR
     /usr/${triplet}/lib/ld-linux.so.2 --library-path /usr/${triplet}/lib)
+  execute_process(COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} --version
+    RESULT_VARIABLE failed OUTPUT_QUIET ERROR_QUIET)
+  if(failed)
+    list(PREPEND CMAKE_CROSSCOMPILING_EMULATOR qemu-i386)
+  endif()
 else()
-  string(REPLACE "i686" "i386" cpu ${CMAKE_SYSTEM_PROCESSOR})
-  set(CMAKE_CROSSCOMPILING_EMULATOR qemu-${cpu} -L /usr/${triplet})
+  set(CMAKE_CROSSCOMPILING_EMULATOR qemu-${CMAKE_SYSTEM_PROCESSOR} -L /usr/${triplet})
 endif()

@@ -5,7 +5,8 @@ say() {
     printf '%s: %s\n' "$self" "$*" >&2
 }
 
-# Runs a command with no input, and prints its output only if it fails or warns.
+# Runs a command with no input, and prints its output only if it fails or warns; otherwise only its
+# notes, which are lines that begin with "note: ".
 quietly() {
     log=$(mktemp)
     if ! "$@" > "$log" 2>&1 < /dev/null; then
@@ -14,7 +15,11 @@ quietly() {
         say "failed: $*"
         exit 1
     fi
-    ! grep -q 'warning: ' "$log" || cat "$log" >&2
+    if grep -q 'warning: ' "$log"; then
+        cat "$log" >&2
+    else
+        sed -n "s/^note: /$self: /p" "$log" >&2
+    fi
     rm -f "$log"
 }
 
