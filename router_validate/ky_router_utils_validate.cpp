@@ -2,6 +2,7 @@
 #include "ky_router_utils_validate.h"
 
 #include <arpa/inet.h>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstring>
@@ -44,12 +45,12 @@ ALWAYS_INLINE uint64_t half(const uint32_t (&words)[4], size_t which)
 
 /* Whether a mask's set bits are one run from the most significant bit on. Its complement plus one
  * then has no bit in common with the complement. */
-ALWAYS_INLINE bool is_contiguous(uint32_t mask)
+ALWAYS_INLINE int __is_ipv4_mask_contiguous(uint32_t mask)
 {
     return ((~mask + 1) & ~mask) == 0;
 }
 
-ALWAYS_INLINE bool is_contiguous(const uint32_t (&mask)[4])
+ALWAYS_INLINE int __is_ipv6_mask_contiguous(const uint32_t (&mask)[4])
 {
     // On a little-endian CPU the first word of a half is its low word.
     constexpr int TO_NUMBER = std::endian::native == std::endian::little ? 32 : 0;
@@ -58,6 +59,16 @@ ALWAYS_INLINE bool is_contiguous(const uint32_t (&mask)[4])
     uint64_t low_sum = 0;
     const uint64_t high_sum = high + (__builtin_add_overflow(low, 1, &low_sum) ? 1 : 0);
     return ((high_sum & high) | (low_sum & low)) == 0;
+}
+
+ALWAYS_INLINE bool is_contiguous(const ky_ipv4_prefix_t& ipv4)
+{
+    return __is_ipv4_mask_contiguous(ipv4.mask) != 0;
+}
+
+ALWAYS_INLINE bool is_contiguous(const ky_ipv6_prefix_t& ipv6)
+{
+    return __is_ipv6_mask_contiguous(ipv6.mask) != 0;
 }
 
 /* Whether an address has no bit outside its mask. */
@@ -125,34 +136,35 @@ template <typename Test> ALWAYS_INLINE bool judged_by(Test test, const ky_ip_pre
                                               : test(prefix->prefix.ipv6);
 }
 
+constexpr auto IS_CONTIGUOUS = [](const auto& prefix) { return is_contiguous(prefix); };
 constexpr auto IS_PREFIX = [](const auto& prefix) {
-    return is_covered(prefix) && is_contiguous(prefix.mask);
+    return is_covered(prefix) && is_contiguous(prefix);
 };
 constexpr auto PASSES_RANGE = [](const auto& prefix) { return passes_range(prefix); };
 
 // ---- Addresses and masks as text ----
 
-using PrefixText = char[50];
+using PrefixText = std::array<char, 50>;
 
 /* Converts the words of an address or of a mask to text. */
 const char* words_to_str(
-    ky_ip_version_t version, uint32_t ipv4_word, const uint32_t (&ipv6_words)[4], PrefixText& text)
+    ky_ip_version_t version, uint32_t ipv4_word, const uint32_t (&ipv6_words)[4], char* text)
 {
     if (version == IP_VERSION_IPV4) {
         const in_addr address = {htonl(ipv4_word)};
-        return inet_ntop(AF_INET, &address, text, sizeof text);
+        return inet_ntop(AF_INET, &address, text, sizeof(PrefixText));
     }
     if (version == IP_VERSION_IPV6) {
         uint32_t address[4];
         for (size_t i = 0; i < 4; i++) {
             address[i] = htonl(ipv6_words[i]);
         }
-        return inet_ntop(AF_INET6, address, text, sizeof text);
+        return inet_ntop(AF_INET6, address, text, sizeof(PrefixText));
     }
     return "Invalid IP version";
 }
 
-const char* __prefix_addr_to_str(const ky_ip_prefix_t* prefix, PrefixText& text)
+const char* __prefix_addr_to_str(const ky_ip_prefix_t* prefix, char* text)
 {
     return prefix == nullptr
                ? "NULL prefix"
@@ -160,7 +172,7 @@ const char* __prefix_addr_to_str(const ky_ip_prefix_t* prefix, PrefixText& text)
                      prefix->version, prefix->prefix.ipv4.addr, prefix->prefix.ipv6.addr, text);
 }
 
-const char* __prefix_mask_to_str(const ky_ip_prefix_t* prefix, PrefixText& text)
+const char* __prefix_mask_to_str(const ky_ip_prefix_t* prefix, char* text)
 {
     return prefix == nullptr
                ? "NULL prefix"
@@ -168,159 +180,81 @@ const char* __prefix_mask_to_str(const ky_ip_prefix_t* prefix, PrefixText& text)
                      prefix->version, prefix->prefix.ipv4.mask, prefix->prefix.ipv6.mask, text);
 }
 
+/* KY_FAIL whose values are texts of a prefix; the functions that make them stand for the values. A
+ * cold function calls them, so that a validation that succeeds needs no stack frame for the texts. */
+#define FAIL_WITH_TEXTS(status, prefix_p, format, ...)                                          \
+    [](const char* function, const ky_ip_prefix_t* prefix, auto... to_str)                      \
+        __attribute__((cold, noinline))                                                         \
+    {                                                                                           \
+        KY_LOG_IN(function, KY_LOG_MASK_ERROR, format, to_str(prefix, PrefixText{}.data())...); \
+        return (status);                                                                        \
+    }                                                                                           \
+    (__func__, prefix_p, __VA_ARGS__)
+
 // ---- Checks that several functions share ----
 
-/* The rules of a key and of a filter are compiled twice: without messages for the hot path, which
- * then needs no text buffers, and with them (ALOUD) for the cold path after a failure. */
-#define BROKEN(aloud, function, status, ...) \
-    ((aloud) ? KY_LOG_IN(function, KY_LOG_MASK_ERROR, __VA_ARGS__) : (void)0, (status))
-
-template <bool ALOUD>
 ALWAYS_INLINE ky_status_t __validate_mc_key_ip_versions(const ky_mc_route_key_t* mc_route_key_p)
 {
     const ky_ip_version_t source_version = mc_route_key_p->source_addr.version;
     const ky_ip_version_t group_version = mc_route_key_p->mc_group_addr.version;
 
     if (group_version > IP_VERSION_MAX) {
-        return BROKEN(
-            ALOUD, __func__, KY_STATUS_PARAM_EXCEEDS_RANGE, "Given MC IP version %d is invalid\n",
-            group_version);
+        return KY_FAIL(
+            KY_STATUS_PARAM_EXCEEDS_RANGE, "Given MC IP version %d is invalid\n", group_version);
     }
     if (source_version > IP_VERSION_MAX) {
-        return BROKEN(
-            ALOUD, __func__, KY_STATUS_PARAM_EXCEEDS_RANGE,
-            "Given source IP version %d is invalid\n", source_version);
+        return KY_FAIL(
+            KY_STATUS_PARAM_EXCEEDS_RANGE, "Given source IP version %d is invalid\n",
+            source_version);
     }
     if (source_version != group_version) {
-        return BROKEN(
-            ALOUD, __func__, KY_STATUS_PARAM_ERROR,
-            "Source IP version %s and MC IP version %s are not equal\n",
+        return KY_FAIL(
+            KY_STATUS_PARAM_ERROR, "Source IP version %s and MC IP version %s are not equal\n",
             ky_ip_version_str(source_version), ky_ip_version_str(group_version));
     }
     return KY_STATUS_SUCCESS;
 }
 
-template <bool ALOUD, typename Prefix>
+template <typename Prefix>
 ALWAYS_INLINE ky_status_t __validate_mc_key_ranges(
     const ky_mc_route_key_t* mc_route_key_p, const Prefix& source_prefix,
     const Prefix& group_prefix)
 {
     const ky_ip_prefix_t* source = &mc_route_key_p->source_addr;
     const ky_ip_prefix_t* group = &mc_route_key_p->mc_group_addr;
-    PrefixText address = {};
-    PrefixText mask = {};
 
     if (!passes_range(group_prefix) && !is_any(group_prefix)) {
-        return BROKEN(
-            ALOUD, __func__, KY_STATUS_PARAM_EXCEEDS_RANGE,
-            "Given MC mask %s/%s is not in the valid MC address range\n",
-            __prefix_addr_to_str(group, address), __prefix_mask_to_str(group, mask));
+        return FAIL_WITH_TEXTS(
+            KY_STATUS_PARAM_EXCEEDS_RANGE, group,
+            "Given MC mask %s/%s is not in the valid MC address range\n", __prefix_addr_to_str,
+            __prefix_mask_to_str);
     }
     if (!IS_PREFIX(source_prefix)) {
-        return BROKEN(
-            ALOUD, __func__, KY_STATUS_PARAM_ERROR,
+        return FAIL_WITH_TEXTS(
+            KY_STATUS_PARAM_ERROR, source,
             "Given source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n",
-            __prefix_addr_to_str(source, address), __prefix_mask_to_str(source, mask));
+            __prefix_addr_to_str, __prefix_mask_to_str);
     }
     if (!__is_mc_prefix_valid(group) && !is_any(group_prefix)) {
-        return BROKEN(
-            ALOUD, __func__, KY_STATUS_PARAM_ERROR, "Given MC mask %s/%s is not a valid mask\n",
-            __prefix_addr_to_str(group, address), __prefix_mask_to_str(group, mask));
+        return FAIL_WITH_TEXTS(
+            KY_STATUS_PARAM_ERROR, group, "Given MC mask %s/%s is not a valid mask\n",
+            __prefix_addr_to_str, __prefix_mask_to_str);
     }
     return KY_STATUS_SUCCESS;
 }
 
-/* Ranges are checked only after the IP versions are valid. */
-template <bool ALOUD>
-ALWAYS_INLINE ky_status_t judge_mc_key(const ky_mc_route_key_t* mc_route_key_p)
+ALWAYS_INLINE ky_status_t __validate_mc_key_ranges(const ky_mc_route_key_t* mc_route_key_p)
 {
     const auto& [source, group] = *mc_route_key_p;
-    const ky_status_t status = __validate_mc_key_ip_versions<ALOUD>(mc_route_key_p);
-    if (status != KY_STATUS_SUCCESS) {
-        return status;
-    }
     return group.version == IP_VERSION_IPV4
-               ? __validate_mc_key_ranges<ALOUD>(
-                     mc_route_key_p, source.prefix.ipv4, group.prefix.ipv4)
-               : __validate_mc_key_ranges<ALOUD>(
-                     mc_route_key_p, source.prefix.ipv6, group.prefix.ipv6);
-}
-
-[[gnu::cold, gnu::noinline]] ky_status_t refuse_mc_key(const ky_mc_route_key_t* mc_route_key_p)
-{
-    return judge_mc_key<true>(mc_route_key_p);
+               ? __validate_mc_key_ranges(mc_route_key_p, source.prefix.ipv4, group.prefix.ipv4)
+               : __validate_mc_key_ranges(mc_route_key_p, source.prefix.ipv6, group.prefix.ipv6);
 }
 
 ALWAYS_INLINE ky_status_t validate_mc_key(const ky_mc_route_key_t* mc_route_key_p)
 {
-    const ky_status_t status = judge_mc_key<false>(mc_route_key_p);
-    return status == KY_STATUS_SUCCESS ? status : refuse_mc_key(mc_route_key_p);
-}
-
-/* The rules of a filter; messages name the exported function. */
-template <bool ALOUD>
-ALWAYS_INLINE ky_status_t
-judge_filter(const char* function, const ky_mc_route_get_filter_t* filter_p)
-{
-    const ky_ip_prefix_t* source = &filter_p->source_addr;
-    const ky_ip_prefix_t* group = &filter_p->mc_group_addr;
-    const bool has_source = filter_p->source_addr_valid == 1;
-    const bool has_group = filter_p->mc_group_addr_valid == 1;
-    PrefixText address = {};
-    PrefixText mask = {};
-
-    if (has_source && source->version > IP_VERSION_MAX) {
-        return BROKEN(
-            ALOUD, function, KY_STATUS_PARAM_ERROR,
-            "Given filter source IP version %d is invalid\n", source->version);
-    }
-    if (has_source && !judged_by(IS_PREFIX, source)) {
-        return BROKEN(
-            ALOUD, function, KY_STATUS_PARAM_ERROR,
-            "Given filter source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n",
-            __prefix_addr_to_str(source, address), __prefix_mask_to_str(source, mask));
-    }
-    if (has_group && group->version > IP_VERSION_MAX) {
-        return BROKEN(
-            ALOUD, function, KY_STATUS_PARAM_ERROR, "Given filter MC IP version %d is invalid\n",
-            group->version);
-    }
-    if (has_group && !judged_by(PASSES_RANGE, group)) { // "any group" is not exempt here
-        return BROKEN(
-            ALOUD, function, KY_STATUS_PARAM_EXCEEDS_RANGE,
-            "Given filter MC address %s is not in the valid MC address range\n",
-            __prefix_addr_to_str(group, address));
-    }
-    if (has_group && !__is_mc_prefix_valid(group)) {
-        return BROKEN(
-            ALOUD, function, KY_STATUS_PARAM_ERROR,
-            "Given filter MC mask %s/%s is not a valid mask\n",
-            __prefix_addr_to_str(group, address), __prefix_mask_to_str(group, mask));
-    }
-    if (filter_p->ingress_rif_valid == 1 && filter_p->ingress_rif_incl_rpf_groups_valid == 1) {
-        return BROKEN(
-            ALOUD, function, KY_STATUS_PARAM_ERROR,
-            "Filter by ingress RIF and filter by ingress RIF including RPF groups "
-            "can't both be valid\n");
-    }
-    return KY_STATUS_SUCCESS;
-}
-
-[[gnu::cold, gnu::noinline]] ky_status_t
-refuse_filter(const char* function, const ky_mc_route_get_filter_t* filter_p)
-{
-    return judge_filter<true>(function, filter_p);
-}
-
-[[gnu::cold, gnu::noinline]] ky_status_t
-refuse_lpm_group(const char* function, const ky_ip_prefix_t* group)
-{
-    PrefixText address = {};
-    PrefixText mask = {};
-    KY_LOG_IN(
-        function, KY_LOG_MASK_ERROR, "Invalid MC group mask %s/%s given for priority type LPM\n",
-        __prefix_addr_to_str(group, address), __prefix_mask_to_str(group, mask));
-    return KY_STATUS_PARAM_ERROR;
+    const ky_status_t status = __validate_mc_key_ip_versions(mc_route_key_p);
+    return status != KY_STATUS_SUCCESS ? status : __validate_mc_key_ranges(mc_route_key_p);
 }
 
 ky_status_t __validate_vif_types(const ky_router_vinterface_t* vif_list_p, uint32_t vif_cnt)
@@ -350,9 +284,10 @@ ky_status_t ky_router_utils_validate_mc_route_set(
         return KY_FAIL(KY_STATUS_PARAM_NULL, "Given mc_route_key_p is NULL and CMD is %d \n", cmd);
     }
     if (mc_route_key_p != nullptr) {
-        const ky_status_t status = is_delete_all
-                                       ? __validate_mc_key_ip_versions<true>(mc_route_key_p)
-                                       : validate_mc_key(mc_route_key_p);
+        ky_status_t status = __validate_mc_key_ip_versions(mc_route_key_p);
+        if (status == KY_STATUS_SUCCESS && !is_delete_all) {
+            status = __validate_mc_key_ranges(mc_route_key_p);
+        }
         if (status != KY_STATUS_SUCCESS) {
             return status;
         }
@@ -379,9 +314,11 @@ ky_status_t ky_router_utils_validate_mc_route_set(
     if (attr.prio_type < PRIO_TYPE_MIN || attr.prio_type > PRIO_TYPE_LPM) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Invalid priority type %d given\n", attr.prio_type);
     }
-    if (attr.prio_type == PRIO_TYPE_LPM &&
-        !judged_by([](const auto& form) { return is_contiguous(form.mask); }, group)) {
-        return refuse_lpm_group(__func__, group);
+    if (attr.prio_type == PRIO_TYPE_LPM && !judged_by(IS_CONTIGUOUS, group)) {
+        return FAIL_WITH_TEXTS(
+            KY_STATUS_PARAM_ERROR, group,
+            "Invalid MC group mask %s/%s given for priority type LPM\n", __prefix_addr_to_str,
+            __prefix_mask_to_str);
     }
     if (attr.ttl_cmd < TTL_CMD_MIN || attr.ttl_cmd > TTL_CMD_MAX) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Invalid TTL command %d given\n", attr.ttl_cmd);
@@ -430,10 +367,46 @@ ky_status_t ky_router_utils_validate_mc_route_get(
             KY_STATUS_PARAM_EXCEEDS_RANGE, "Given entries count %u is larger than max allowed %u\n",
             *entries_count_p, KY_MC_ROUTE_ENTRIES_MAX);
     }
-    if (filter_p == nullptr || judge_filter<false>(__func__, filter_p) == KY_STATUS_SUCCESS) {
+    if (filter_p == nullptr) {
         return KY_STATUS_SUCCESS;
     }
-    return refuse_filter(__func__, filter_p);
+
+    const ky_ip_prefix_t* source = &filter_p->source_addr;
+    const ky_ip_prefix_t* group = &filter_p->mc_group_addr;
+    const bool has_source = filter_p->source_addr_valid == 1;
+    const bool has_group = filter_p->mc_group_addr_valid == 1;
+    if (has_source && source->version > IP_VERSION_MAX) {
+        return KY_FAIL(
+            KY_STATUS_PARAM_ERROR, "Given filter source IP version %d is invalid\n",
+            source->version);
+    }
+    if (has_source && !judged_by(IS_PREFIX, source)) {
+        return FAIL_WITH_TEXTS(
+            KY_STATUS_PARAM_ERROR, source,
+            "Given filter source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n",
+            __prefix_addr_to_str, __prefix_mask_to_str);
+    }
+    if (has_group && group->version > IP_VERSION_MAX) {
+        return KY_FAIL(
+            KY_STATUS_PARAM_ERROR, "Given filter MC IP version %d is invalid\n", group->version);
+    }
+    if (has_group && !judged_by(PASSES_RANGE, group)) { // "any group" is not exempt here
+        return FAIL_WITH_TEXTS(
+            KY_STATUS_PARAM_EXCEEDS_RANGE, group,
+            "Given filter MC address %s is not in the valid MC address range\n",
+            __prefix_addr_to_str);
+    }
+    if (has_group && !__is_mc_prefix_valid(group)) {
+        return FAIL_WITH_TEXTS(
+            KY_STATUS_PARAM_ERROR, group, "Given filter MC mask %s/%s is not a valid mask\n",
+            __prefix_addr_to_str, __prefix_mask_to_str);
+    }
+    if (filter_p->ingress_rif_valid == 1 && filter_p->ingress_rif_incl_rpf_groups_valid == 1) {
+        return KY_FAIL(
+            KY_STATUS_PARAM_ERROR, "Filter by ingress RIF and filter by ingress RIF including RPF "
+                                   "groups can't both be valid\n");
+    }
+    return KY_STATUS_SUCCESS;
 }
 
 // ---- Calls about one route ----

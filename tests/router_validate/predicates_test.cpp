@@ -9,9 +9,9 @@ namespace {
 TEST(PredicatesTest, NothingIsNotAPrefix)
 {
     PrefixText text = {'x', '\0'};
-    EXPECT_STREQ(__prefix_addr_to_str(nullptr, text), "NULL prefix");
-    EXPECT_STREQ(__prefix_mask_to_str(nullptr, text), "NULL prefix");
-    EXPECT_STREQ(text, "x");
+    EXPECT_STREQ(__prefix_addr_to_str(nullptr, text.data()), "NULL prefix");
+    EXPECT_STREQ(__prefix_mask_to_str(nullptr, text.data()), "NULL prefix");
+    EXPECT_STREQ(text.data(), "x");
     EXPECT_EQ(__is_mc_prefix_valid(nullptr), 0);
     EXPECT_EQ(__is_ipv4_mc_prefix_valid(nullptr), 0);
     EXPECT_EQ(__is_ipv6_mc_prefix_valid(nullptr), 0);
