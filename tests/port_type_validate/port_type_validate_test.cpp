@@ -71,6 +71,12 @@ TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
         {CALL(is_port_type_valid(16, 0x20000005)), .status = 1},
         {CALL(port_type_validate_log_verbosity_level_set(verbosity))},
     });
+    // It is read after the entry trace, whose sink may write the row.
+    set_verbosity_and_flag(KY_LOG_LEVEL_MAX, 1);
+    at_record = [&] { row.allowed_port_types = 0x01; };
+    EXPECT_EQ(is_port_type_valid(16, 5), 1U);
+    EXPECT_EQ(take_said().size(), 2U);
+    at_record = nullptr;
     row = saved;
 }
 

@@ -96,6 +96,9 @@ thread_local int line_logged;  // 0 without a prefix
 void say(const Statement& statement)
 {
     EXPECT_EQ(locks_held(), 0) << statement.text;
+    if (at_record) {
+        at_record();
+    }
     const std::lock_guard guard(lock);
     all_said.push_back(statement);
 }
@@ -115,6 +118,8 @@ bool skip(const char*& format, const std::string& prefix)
 }
 
 } // namespace
+
+std::function<void()> at_record;
 
 int ky_log(uint32_t severity_mask, const char* module, const char* format, ...)
 {

@@ -41,6 +41,9 @@ using Said = std::vector<Statement>;
 Said operator+(Said a, const Said& b);
 void PrintTo(const Statement& statement, std::ostream* stream);
 
+/* Runs at each log record, for a sink that does more than write it. */
+extern std::function<void()> at_record;
+
 /* The statements since the last call. */
 Said take_said();
 
