@@ -31,6 +31,9 @@ template <typename Once> void loop(uint32_t rounds, const char* dump, Once once)
     CALLGRIND_STOP_INSTRUMENTATION;
 }
 
+/* How often each hot path runs. */
+constexpr size_t ROUNDS = 1 + 1000 + 5000;
+
 /* Callgrind reads the names of dumps when the program ends: they must be static. */
 #define MEASURE(name, ...)                                                   \
     do {                                                                     \
@@ -109,25 +112,33 @@ void measure_memory_and_pools()
 /* Lookups are of random keys, so that branch prediction learns nothing. */
 void measure_maps()
 {
-    const auto keys = random_keys(10000);
-    const auto few = values_below(255, 6002);
-    const auto any = values_below(10000, 6002);
+    const auto keys = random_keys(10000 + ROUNDS);
+    const auto few = values_below(255, ROUNDS);
+    const auto any = values_below(10000, ROUNDS);
     std::vector<cl_map_item_t> items(keys.size());
     cl_map_item_t* item = nullptr;
     cl_qmap_t map;
     cl_qmap_init(&map);
     size_t filed = 0;
-    const auto file_up_to = [&](size_t count) {
-        for (; filed < count; filed++) {
-            utils_db_qmap_item_ins(keys[filed], &map, &items[filed]);
-        }
+    const auto file = [&] {
+        filed++;
+        return utils_db_qmap_item_ins(keys[filed - 1], &map, &items[filed - 1]);
     };
     size_t next = 0;
-    file_up_to(255);
-    MEASURE("utils_qmap_get, 255 keys", keep(utils_qmap_get(&map, keys[few[next++ % 6002]], &item)));
-    file_up_to(10000);
+    while (filed < 255) {
+        file();
+    }
+    MEASURE("utils_qmap_get, 255 keys", keep(utils_qmap_get(&map, keys[few[next++ % ROUNDS]], &item)));
+    while (filed < 10000) {
+        file();
+    }
     MEASURE("utils_qmap_get, 10,000 keys",
-            keep(utils_qmap_get(&map, keys[any[next++ % 6002]], &item)));
+            keep(utils_qmap_get(&map, keys[any[next++ % ROUNDS]], &item)));
+    MEASURE("utils_qmap_key_exists, 10,000 keys",
+            keep(utils_qmap_key_exists(&map, keys[any[next++ % ROUNDS]], &item)));
+    MEASURE("utils_db_qmap_item_ins, from 10,000 keys", keep(file()));
+    MEASURE("utils_qmap_remove, to 10,000 keys",
+            keep(utils_qmap_remove(&map, keys[--filed], &item)));
 }
 // clang-format on
 
