@@ -3,9 +3,9 @@
 
     gate.py PROGRAM TABLE [--update]
 
-Callgrind counts the instructions and simulates branch prediction. The counts of a round are the
-difference between two loops of different lengths, minus those of an empty loop. They are specific
-to a compiler and a CPU: elsewhere they are printed and not compared.
+Callgrind counts the instructions and simulates branch prediction. Those of an empty loop
+are subtracted. The counts are specific to a compiler and a CPU: elsewhere they are printed and not
+compared.
 
 The gate fails if either count changes by more than its margin, in either direction: code with fewer
 instructions can be slower, for example if a load waits for a comparison. Code placement alone moves
@@ -19,43 +19,28 @@ import subprocess
 import sys
 import tempfile
 
-JUDGED = "GCC 12 on x86-64"
-LOOP = "loop"
+JUDGED = "GNU 12.2.0 on x86_64"
+LOOP = "nothing, an empty loop"
+ROUNDS = 5000
 MARGIN = 2.0
 
 
 def measure(program):
     """Returns a program's compiler, and instructions and mispredictions per round by hot path."""
-    with tempfile.TemporaryDirectory() as folder:
+    with tempfile.NamedTemporaryFile("r") as dumps:
         run = subprocess.run(
             ["valgrind", "--quiet", "--tool=callgrind", "--branch-sim=yes", "--instr-atstart=no",
-             f"--callgrind-out-file={folder}/out", program],
+             "--combine-dumps=yes", f"--callgrind-out-file={dumps.name}", program, str(ROUNDS)],
             check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
             env={**os.environ, "LD_BIND_NOW": "1"})
-        totals = {}
-        for path in pathlib.Path(folder).iterdir():
-            text = path.read_text()
-            dump = re.search(r"^desc: Trigger: Client Request: (.*): (\d+)$", text, re.M)
-            if dump:
-                names = re.search(r"^events: (.*)$", text, re.M).group(1).split()
-                values = re.search(r"^totals: (.*)$", text, re.M).group(1).split()
-                events = {name: int(value) for name, value in zip(names, values)}
-                totals.setdefault(dump.group(1), []).append(
-                    (int(dump.group(2)), events["Ir"], events.get("Bcm", 0) + events.get("Bim", 0)))
-    rounds = {}
-    for name, loops in totals.items():
-        short, long = sorted(loops)
-        rounds[name] = [(b - a) / (long[0] - short[0]) for a, b in zip(short[1:], long[1:])]
-    empty = rounds.pop(LOOP)
-    return run.stdout.strip(), {
-        name: [round(count - own, 1) + 0.0 for count, own in zip(counts, empty)]
-        for name, counts in sorted(rounds.items())}
-
-
-def read(table):
-    rows = (line.split(maxsplit=2) for line in table.read_text().splitlines())
-    return {name: [float(instructions), float(mispredictions)]
-            for instructions, mispredictions, name in rows}
+        text = dumps.read()
+    costs = {}
+    for name, totals in re.findall(r"Client Request: (.*)\n(?:.*\n)*?totals: (.*)", text):
+        instructions, _, branches, _, jumps = [*map(int, totals.split()), 0, 0, 0, 0][:5]
+        costs[name] = instructions / ROUNDS, (branches + jumps) / ROUNDS
+    empty = costs.pop(LOOP)
+    return run.stdout.strip(), {name: [round(a - b, 1) + 0.0 for a, b in zip(cost, empty)]
+                                for name, cost in sorted(costs.items())}
 
 
 def main(program, table, *options):
@@ -65,25 +50,24 @@ def main(program, table, *options):
         sys.exit(f"not written: the table is for {JUDGED}, this is {compiler}")
     if options:
         table.write_text("".join(f"{a:8.1f} {b:8.1f}  {name}\n" for name, (a, b) in found.items()))
-    expected = read(table)
+    rows = (line.split(maxsplit=2) for line in table.read_text().splitlines())
+    expected = {name: [*map(float, counts)] for *counts, name in rows}
+    none = [float("inf")] * 2
     failed = 0
     print("instructions, branch mispredictions per call (in the table)")
     for name in sorted(found.keys() | expected.keys()):
-        now, before = found.get(name, [0, 0]), expected.get(name, [0, 0])
-        fault = ("not in the table" if name not in expected else
-                 "no longer measured" if name not in found else
-                 "changed" if any(abs(a - b) > MARGIN for a, b in zip(now, before)) else "")
-        failed += bool(fault)
+        now, before = found.get(name, none), expected.get(name, none)
+        changed = any(abs(a - b) > MARGIN for a, b in zip(now, before))
+        failed += changed
         print(f"{now[0]:8.1f} ({before[0]:5.1f}) {now[1]:6.1f} ({before[1]:4.1f})  {name}"
-              + (f": {fault}" if fault else ""))
+              + (": changed" if changed else ""))
     if compiler != JUDGED:
         print(f"not compared: the table is for {JUDGED}, this is {compiler}")
         return 0
     print(f"{len(found)} hot paths, {failed} failed")
     if failed:
-        print("Fewer instructions can be slower: time the change with ./scripts/bench before and "
-              "after.\nIf it is worth its price, update the table with ./scripts/bench --gate "
-              "--update.")
+        print("Time the change first, with ./scripts/bench: fewer instructions can be slower.\n"
+              "If it is worth its price, update the table with ./scripts/bench --gate --update.")
     return min(failed, 1)
 
 
