@@ -7,9 +7,9 @@
 docs/performance.md, and the pictures beside it.
 """
 import json
-import operator
 import pathlib
 import re
+import statistics
 import subprocess
 import sys
 
@@ -18,28 +18,31 @@ MARKS = "<!-- table: begin -->\n", "<!-- table: end -->\n"
 PICTURES = {"event": "event, callbacks", "find": "lookup in a map, keys"}
 
 
-def run(program, repetitions, seconds):
+def run(program, processes, seconds):
     """Returns the medians in nanoseconds, by operation and size, by way; and the conditions."""
     times = {}
-    for part in "-thread", "thread":  # a process that has had a thread stays multi-threaded
+    # A process that has had a thread stays multi-threaded.
+    for part in ("-thread", "thread") * processes:
         found = json.loads(subprocess.check_output(
-            [program, f"--benchmark_filter={part}", f"--benchmark_repetitions={repetitions}",
-             f"--benchmark_min_time={seconds}", "--benchmark_enable_random_interleaving",
+            [program, f"--benchmark_filter={part}", f"--benchmark_min_time={seconds}",
+             "--benchmark_repetitions=3", "--benchmark_enable_random_interleaving",
              "--benchmark_report_aggregates_only", "--benchmark_format=json"],
             stderr=subprocess.DEVNULL))
-        for result in sorted(found["benchmarks"], key=operator.itemgetter("run_name")):
+        for result in found["benchmarks"]:
             if result["aggregate_name"] == "median":
                 name = result["run_name"].removesuffix("/real_time/threads:2")
                 operation, way, *size = name.split("/")
                 ways = times.setdefault((operation, *map(int, size)), {})
-                ways[way] = 1e9 / result["items_per_second"]
+                ways.setdefault(way, []).append(1e9 / result["items_per_second"])
+    medians = {operation: {way: statistics.median(ways[way]) for way in sorted(ways)}
+               for operation, ways in sorted(times.items())}
     cpu = re.search("model name.*: (.*)", pathlib.Path("/proc/cpuinfo").read_text())
-    return times, f"{cpu.group(1) if cpu else 'unknown CPU'}; {found['context']['compiler']}"
+    return medians, f"{cpu.group(1) if cpu else 'unknown CPU'}; {found['context']['compiler']}"
 
 
 def table(times, conditions):
     yield "| operation | library | strongest alternative | ratio |\n|---|---:|---:|---:|\n"
-    for (operation, *size), ways in sorted(times.items()):
+    for (operation, *size), ways in times.items():
         library = ways["library"]
         other = [f"{time:.1f} ns ({way}) | {library / time:.1f}"
                  for way, time in ways.items() if way != "library"] or ["|"]
@@ -49,7 +52,7 @@ def table(times, conditions):
 
 
 def draw(times, path, operation):
-    points = [(*size, ways) for (name, *size), ways in sorted(times.items()) if name == operation]
+    points = [(*size, ways) for (name, *size), ways in times.items() if name == operation]
     title, what_grows = operation.split(", ")
     data = "\n".join(" ".join(map(str, (x, *ways.values()))) for x, ways in points)
     ticks = ", ".join(f"'{x:,}' {x}" for x, _ in points)
@@ -64,7 +67,7 @@ def draw(times, path, operation):
 
 
 def main(program, *options):
-    times, conditions = run(program, *((2, 0.001) if "--quick" in options else (15, 0.1)))
+    times, conditions = run(program, *((1, 0.001) if "--quick" in options else (9, 0.05)))
     rows = "".join(table(times, conditions))
     print(rows, end="")
     if "--page" in options:
