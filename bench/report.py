@@ -34,7 +34,8 @@ def run(program, processes, seconds):
                 operation, way, *size = name.split("/")
                 ways = times.setdefault((operation, *map(int, size)), {})
                 ways.setdefault(way, []).append(1e9 / result["items_per_second"])
-    medians = {operation: {way: statistics.median(ways[way]) for way in sorted(ways)}
+    medians = {operation: {way: statistics.median(ways[way])
+                           for way in sorted(ways, key=lambda way: way != "library")}
                for operation, ways in sorted(times.items())}
     cpu = re.search("model name.*: (.*)", pathlib.Path("/proc/cpuinfo").read_text())
     return medians, f"{cpu.group(1) if cpu else 'unknown CPU'}; {found['context']['compiler']}"
@@ -43,9 +44,8 @@ def run(program, processes, seconds):
 def table(times, conditions):
     yield "| operation | library | strongest alternative | ratio |\n|---|---:|---:|---:|\n"
     for (operation, *size), ways in times.items():
-        library = ways["library"]
-        other = [f"{time:.1f} ns ({way}) | {library / time:.1f}"
-                 for way, time in ways.items() if way != "library"] or ["|"]
+        (_, library), *others = ways.items()
+        other = [f"{time:.1f} ns ({way}) | {library / time:.1f}" for way, time in others] or ["|"]
         title = ": ".join([operation, *(f"{n:,}" for n in size)])
         yield f"| {title} | {library:.1f} ns | {other[0]} |\n"
     yield f"\n{conditions}.\n"
