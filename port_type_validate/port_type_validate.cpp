@@ -40,7 +40,7 @@ bool is_accepted(uint32_t enum_id, uint32_t log_port)
 check_and_tell(const char* function, uint32_t enum_id, uint32_t log_port)
 {
     KY_TRACE_IN(function, "entered");
-    const bool accepted = is_accepted(enum_id, log_port); // read after the trace
+    const bool accepted = is_accepted(enum_id, log_port); // after the trace: its sink may write
     const uint32_t bit = bit_of_port_type[log_port >> 28];
     if (!is_enum_id(enum_id)) {
         KY_LOG_IN(

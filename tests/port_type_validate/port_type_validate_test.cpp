@@ -15,7 +15,7 @@ TEST_F(PortTypeTest, DictionaryMatchesItsFingerprint)
 {
     uint64_t found = NO_TEXTS;
     for (const auto& [func_name, allowed_port_types] : port_type_validation_table) {
-        ASSERT_NE(func_name, nullptr);
+        ASSERT_NE(func_name, nullptr) << "a row is missing";
         found = fingerprint(found, func_name);
         found = fingerprint(found, std::to_string(allowed_port_types).c_str());
     }
