@@ -8,6 +8,7 @@
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+#include <ky_values.h>
 
 #include <algorithm>
 #include <array>
@@ -64,7 +65,7 @@ inline std::vector<ky_mc_route_key_t> route_keys(ky_ip_version_t version)
         auto& [source, group] = key;
         source.version = group.version = version;
         const uint32_t last_mask = ~uint32_t{0} << value % 25;
-        if (version == 1) {
+        if (version == KY_IP_VERSION_IPV4) {
             source.prefix.ipv4 = {value & last_mask, last_mask};
             group.prefix.ipv4 = {(0xE0000000 | value >> 4) & last_mask, last_mask};
         } else {
@@ -89,7 +90,16 @@ inline ky_status_t validate_key(const ky_mc_route_key_t& key)
 /* Validates a route that is valid with every key. */
 inline ky_status_t validate_route(const ky_mc_route_key_t& key)
 {
-    constexpr static ky_mc_route_attr_t ATTRIBUTES = {5, 1, 0, 2, 0, 511, 1, 1, 0xFFF};
+    constexpr static ky_mc_route_attr_t ATTRIBUTES = {
+        .rpf_action = KY_ROUTER_RPF_ACTION_TRAP_LIST,
+        .ttl_cmd = KY_MC_ROUTER_TTL_CMD_DEC,
+        .router_word_1 = 0,
+        .prio_type = KY_ROUTER_PRIO_TYPE_LPM,
+        .router_word_2 = 0,
+        .rpf_group_id = 511,
+        .user_token_valid = 1,
+        .user_token_value = 1,
+        .user_token_mask = 0xFFF};
     constexpr static ky_mc_route_data_t DATA = {4, 3, 0};
     return ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_ADD, 0, &key, &ATTRIBUTES, &DATA);
 }
@@ -108,8 +118,8 @@ inline ky_status_t validate_route(const ky_mc_route_key_t& key)
 inline ky_status_t block_of_library(size_t)
 {
     void* block = nullptr;
-    utils_memory_get(&block, 100, 1);
-    return utils_memory_put(block, 1);
+    utils_memory_get(&block, 100, KY_MEM_TYPE_COS);
+    return utils_memory_put(block, KY_MEM_TYPE_COS);
 }
 
 inline cl_pool_item_t* object_of_library(cl_qpool_t* pool)
@@ -149,8 +159,8 @@ template <typename Visit> void for_each_operation(Visit visit)
 {
     static const auto values = values_below(105);
     static const auto ports = accepted_ports();
-    static const auto ipv4 = route_keys(1);
-    static const auto ipv6 = route_keys(2);
+    static const auto ipv4 = route_keys(KY_IP_VERSION_IPV4);
+    static const auto ipv6 = route_keys(KY_IP_VERSION_IPV6);
     static cl_qpool_t pool;
     cl_qpool_init(&pool, 16, 16, 0, 64, nullptr, nullptr, nullptr);
     visit("nothing, an empty loop", [](size_t i) { return values[i]; });

@@ -37,13 +37,15 @@ def main(names_file, rows_file, header):
     rows = [re.fullmatch(r"(\d+) (\w+): (.*)\n", line).groups() for line in open(rows_file)]
     tables = {name: table(("Value", "Name"), merged(names[name])) for name in names}
     tables["port"] = table(("Row", "Function", "Types of port"), rows)
+    names["mem_type"] = {0: "all types", **names["memory_type"]}
+    names["port_row"] = names["port_function"]
 
     constants = {}
     for line in open(header):
-        if enumeration := re.match(r"KY_ENUM\((?:ky_)?(\w+)_t\)", line):
+        if enumeration := re.match(r"(?:enum |KY_ENUM\()(?:ky_)?(\w+)_(?:values|t)\b", line):
             constants = names[enumeration[1]]
-        if constant := re.match(r"    [A-Z]\w+ = (\d+),", line):
-            name = escaped(constants.get(int(constant[1]), "no name"))
+        if constant := re.match(r"    [A-Z]\w+ = (\w+),", line):
+            name = escaped(constants.get(int(constant[1], 0), "no name"))
             line = f"{constant[0]} /**< {constant[1]}, {name} */\n"
         line = re.sub(r"^typedef uint32_t ky_(\w+)_t;",
                       r"/** The values that ky_\1_str names. @table \1 */ \g<0>", line)

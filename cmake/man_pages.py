@@ -107,7 +107,8 @@ def is_exported(member):
 def declaration(member):
     kind = member.get("kind")
     if kind == "enum":
-        return f"KY_ENUM({name_of(member)});"
+        name = name_of(member)
+        return f"KY_ENUM({name});" if name.endswith("_t") else f"enum {name};"
     if kind == "struct":
         place = member.find("location")
         lines = (source / place.get("bodyfile")).read_text().splitlines()

@@ -11,11 +11,11 @@
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+#include <ky_values.h>
 #include <stddef.h>
 #include <stdio.h>
+#include <string.h>
 
-#define MEM_TYPE 17                /* TELEMETRY */
-#define ROW_SDK_MC_CONTAINER_SET 1 /* of port_type_validation_table */
 #define PORT_LEAVES ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID
 #define PORT_STAYS ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID
 #define PORT_HAS_LEFT ADVISER_EVENT_PORT_DELETED_FROM_SWID
@@ -70,8 +70,8 @@ static cl_pool_item_t* pool_item_of_viewer(void* viewer)
 /* Pointers first, then ranges, then the rest; each check has logged why it fails. */
 static ky_status_t check_join(uint32_t log_port, const ky_mc_route_key_t* channel, uint32_t samples)
 {
-    static const ky_mc_route_attr_t attr = {0, 1, 0, 1, 0, 0, 0, 0, 0}; /* TTL Dec, prio MANUAL */
-    static const ky_mc_route_data_t data = {2, 1, 0};                   /* Forward to one RIF */
+    ky_mc_route_attr_t attr;
+    ky_mc_route_data_t data;
     ky_status_t status = utils_check_pointer(channel, "channel");
     if (status != KY_STATUS_SUCCESS) {
         return status;
@@ -80,12 +80,19 @@ static ky_status_t check_join(uint32_t log_port, const ky_mc_route_key_t* channe
     if (status != KY_STATUS_SUCCESS) {
         return status;
     }
-    if (!is_port_type_valid(ROW_SDK_MC_CONTAINER_SET, log_port)) {
+    if (!is_port_type_valid(KY_PORT_ROW_SDK_MC_CONTAINER_SET, log_port)) {
         return KY_STATUS_PARAM_ERROR;
     }
     if (log_port == leaving_port) {
         return KY_FAIL(KY_STATUS_RESOURCE_IN_USE, "Port 0x%08X is about to leave\n", log_port);
     }
+    memset(&attr, 0, sizeof attr);
+    attr.rpf_action = KY_ROUTER_RPF_ACTION_DISABLED;
+    attr.ttl_cmd = KY_MC_ROUTER_TTL_CMD_DEC;
+    attr.prio_type = KY_ROUTER_PRIO_TYPE_MANUAL;
+    memset(&data, 0, sizeof data);
+    data.action = KY_ROUTER_ACTION_FORWARD;
+    data.egress_rif_cnt = 1;
     return ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_ADD, 0, channel, &attr, &data);
 }
 
@@ -102,7 +109,8 @@ static ky_status_t iptv_join(uint32_t log_port, const ky_mc_route_key_t* channel
     if (status == KY_STATUS_SUCCESS) {
         viewer_t* viewer = (viewer_t*)record;
         viewer->channel = *channel; /* the pool does not clear its records */
-        status = utils_clr_memory_get(&viewer->samples, samples, sizeof(uint32_t), MEM_TYPE);
+        status = utils_clr_memory_get(
+            &viewer->samples, samples, sizeof(uint32_t), KY_MEM_TYPE_TELEMETRY);
         if (status != KY_STATUS_SUCCESS) { /* what was done is undone */
             utils_db_qmap_item_del(
                 log_port, &viewer_map, &viewer_pool, viewer_of_map_item, pool_item_of_viewer, NULL);
@@ -158,7 +166,8 @@ static void iptv_deinit(void)
     adviser_register_event(KY_ACCESS_CMD_DELETE, PORT_HAS_LEFT, on_port);
     for (cl_map_item_t* item = cl_qmap_head(&viewer_map); item != cl_qmap_end(&viewer_map);
          item = cl_qmap_next(item)) {
-        utils_memory_put(((const viewer_t*)viewer_of_map_item(item))->samples, MEM_TYPE);
+        utils_memory_put(
+            ((const viewer_t*)viewer_of_map_item(item))->samples, KY_MEM_TYPE_TELEMETRY);
     }
     utils_db_qmap_del(&viewer_map, &viewer_pool, viewer_of_map_item, pool_item_of_viewer);
     cl_qpool_destroy(&viewer_pool); /* a map needs no end */
@@ -179,8 +188,9 @@ static void expect(const char* call, ky_status_t found, ky_status_t expected)
 
 int main(void)
 {
-    const ky_ip_prefix_t sender = {1, {{0x0A010203, 0xFFFFFFFF}}}; /* 10.1.2.3/32 */
-    const ky_mc_route_key_t news = {sender, {1, {{0xEF010101, 0xFFFFFFFF}}}};
+    const ky_ip_prefix_t sender = {
+        KY_IP_VERSION_IPV4, {{0x0A010203, 0xFFFFFFFF}}}; /* 10.1.2.3/32 */
+    const ky_mc_route_key_t news = {sender, {KY_IP_VERSION_IPV4, {{0xEF010101, 0xFFFFFFFF}}}};
     const ky_mc_route_key_t unicast = {sender, sender};
     uint32_t port = 0x00010001;
     uint32_t other = 0x00010002;

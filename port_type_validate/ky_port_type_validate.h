@@ -3,9 +3,11 @@
  *
  * An API function checks the logical port that it is called with against its row of the table:
  *
- *     if (!is_port_type_valid(16, log_port)) { // row 16: cos_port_default_prio_set
+ *     if (!is_port_type_valid(KY_PORT_ROW_COS_PORT_DEFAULT_PRIO_SET, log_port)) {
  *         return KY_STATUS_PARAM_ERROR;
  *     }
+ *
+ * `ky_values.h` has the constants of rows and of types of port.
  */
 #ifndef KY_PORT_TYPE_VALIDATE_H
 #define KY_PORT_TYPE_VALIDATE_H
@@ -19,13 +21,10 @@ extern "C" {
 /** The number of rows of port_type_validation_table, with its two sentinels. */
 #define PORT_TYPE_VALIDATION_ROWS 174
 
-/** A row of port_type_validation_table. These are the bits of allowed_port_types:
- *
- *  @table port_type_bit
- */
+/** A row of port_type_validation_table. */
 typedef struct port_type_validation_entry {
     const char* func_name;      /**< name of the API function; the library does not read it */
-    uint8_t allowed_port_types; /**< the types of port that it accepts, one bit each */
+    uint8_t allowed_port_types; /**< KY_PORT_TYPE_BIT_ of each type of port that it accepts */
 } port_type_validation_entry_t;
 
 /** The API functions, and the types of port that each accepts.
@@ -41,7 +40,7 @@ KY_EXPORT extern port_type_validation_entry_t port_type_validation_table[PORT_TY
  *
  *  @table port
  *
- *  @param enum_id   row of the API function in port_type_validation_table, 1 to 172
+ *  @param enum_id   KY_PORT_ROW_ of the API function, 1 to 172
  *  @param log_port  logical port ID; bits 31 to 28 are the type, a `ky_port_type_t`, and the others
  *                   are ignored
  *  @return          1 if the function accepts the type; 0, which is not a status, if it does not or

@@ -2,6 +2,7 @@
 #include "ky_port_type_validate.h"
 
 #include "ky_names.h"
+#include "ky_values.h"
 
 #define KY_LOG_MODULE "PORT_TYPE_VALIDATE"
 #define KY_LOG_VERBOSITY port_type_validate_verbosity_level
@@ -11,15 +12,13 @@ namespace {
 constinit uint32_t port_type_validate_verbosity_level = KY_LOG_LEVEL_DEFAULT;
 
 /* The port types of a row. Their bits are not in the order of the type values. */
-enum : uint8_t {
-    none = 0,
-    network = 1 << 0,
-    lag = 1 << 1,
-    vport = 1 << 2,
-    vlag = 1 << 3,
-    nve = 1 << 4,
-    cpu = 1 << 5,
-};
+constexpr uint8_t none = 0;
+constexpr uint8_t network = KY_PORT_TYPE_BIT_NETWORK;
+constexpr uint8_t lag = KY_PORT_TYPE_BIT_LAG;
+constexpr uint8_t vport = KY_PORT_TYPE_BIT_VPORT;
+constexpr uint8_t vlag = KY_PORT_TYPE_BIT_VLAG;
+constexpr uint8_t nve = KY_PORT_TYPE_BIT_NVE;
+constexpr uint8_t cpu = KY_PORT_TYPE_BIT_CPU;
 
 /* The bit of each port type; bits 31 to 28 of a logical port are the index. */
 constexpr uint8_t bit_of_port_type[16] = {network, lag, vport, vlag, cpu, none, none, none, nve};

@@ -1,6 +1,8 @@
 // Validation of the multicast API's arguments: module "KY_API_ROUTER".
 #include "ky_router_utils_validate.h"
 
+#include "ky_values.h"
+
 #include <arpa/inet.h>
 #include <array>
 #include <bit>
@@ -14,20 +16,10 @@ namespace {
 
 constinit uint32_t ky_router_utils_verbosity_level = KY_LOG_LEVEL_DEFAULT;
 
-constexpr ky_ip_version_t IP_VERSION_IPV4 = 1;
-constexpr ky_ip_version_t IP_VERSION_IPV6 = 2;
-constexpr ky_ip_version_t IP_VERSION_MAX = 3;
 constexpr uint32_t IPV4_MC_RANGE = 0xE;  // the first four bits of an address: 224.0.0.0/4
 constexpr uint32_t IPV6_MC_RANGE = 0xFF; // the first eight: ff00::/8
 
-constexpr ky_router_vinterface_type_t VIF_TYPE_MAX = 3; // NVE
-constexpr ky_router_rpf_action_t RPF_ACTION_DROP_LIST = 4;
-constexpr ky_router_rpf_action_t RPF_ACTION_TRAP_LIST = 5; // the last one
-constexpr ky_router_prio_type_t PRIO_TYPE_MIN = 1;
-constexpr ky_router_prio_type_t PRIO_TYPE_LPM = 2; // the last one
-constexpr ky_mc_router_ttl_cmd_t TTL_CMD_MIN = 1;
-constexpr ky_mc_router_ttl_cmd_t TTL_CMD_MAX = 2;
-constexpr ky_router_action_t ROUTER_ACTION_MAX = 4;
+constexpr ky_router_action_t ROUTER_ACTION_MAX = 4; // which has no name
 
 // ---- Addresses and masks ----
 
@@ -123,17 +115,17 @@ ALWAYS_INLINE int __is_ipv6_mc_prefix_valid(const ky_ip_prefix_t* prefix)
 
 ALWAYS_INLINE int __is_mc_prefix_valid(const ky_ip_prefix_t* prefix)
 {
-    return prefix == nullptr                    ? 0
-           : prefix->version == IP_VERSION_IPV4 ? __is_ipv4_mc_prefix_valid(prefix)
-           : prefix->version == IP_VERSION_IPV6 ? __is_ipv6_mc_prefix_valid(prefix)
-                                                : 0;
+    return prefix == nullptr                       ? 0
+           : prefix->version == KY_IP_VERSION_IPV4 ? __is_ipv4_mc_prefix_valid(prefix)
+           : prefix->version == KY_IP_VERSION_IPV6 ? __is_ipv6_mc_prefix_valid(prefix)
+                                                   : 0;
 }
 
 /* Applies a test to a prefix as IPv4 if that is its version, else as IPv6. */
 template <typename Test> ALWAYS_INLINE bool judged_by(Test test, const ky_ip_prefix_t* prefix)
 {
-    return prefix->version == IP_VERSION_IPV4 ? test(prefix->prefix.ipv4)
-                                              : test(prefix->prefix.ipv6);
+    return prefix->version == KY_IP_VERSION_IPV4 ? test(prefix->prefix.ipv4)
+                                                 : test(prefix->prefix.ipv6);
 }
 
 constexpr auto IS_CONTIGUOUS = [](const auto& prefix) { return is_contiguous(prefix); };
@@ -150,11 +142,11 @@ using PrefixText = std::array<char, 50>;
 const char* words_to_str(
     ky_ip_version_t version, uint32_t ipv4_word, const uint32_t (&ipv6_words)[4], char* text)
 {
-    if (version == IP_VERSION_IPV4) {
+    if (version == KY_IP_VERSION_IPV4) {
         const in_addr address = {htonl(ipv4_word)};
         return inet_ntop(AF_INET, &address, text, sizeof(PrefixText));
     }
-    if (version == IP_VERSION_IPV6) {
+    if (version == KY_IP_VERSION_IPV6) {
         uint32_t address[4];
         for (size_t i = 0; i < 4; i++) {
             address[i] = htonl(ipv6_words[i]);
@@ -198,11 +190,11 @@ ALWAYS_INLINE ky_status_t __validate_mc_key_ip_versions(const ky_mc_route_key_t*
     const ky_ip_version_t source_version = mc_route_key_p->source_addr.version;
     const ky_ip_version_t group_version = mc_route_key_p->mc_group_addr.version;
 
-    if (group_version > IP_VERSION_MAX) {
+    if (group_version > KY_IP_VERSION_IPV4_IPV6) {
         return KY_FAIL(
             KY_STATUS_PARAM_EXCEEDS_RANGE, "Given MC IP version %d is invalid\n", group_version);
     }
-    if (source_version > IP_VERSION_MAX) {
+    if (source_version > KY_IP_VERSION_IPV4_IPV6) {
         return KY_FAIL(
             KY_STATUS_PARAM_EXCEEDS_RANGE, "Given source IP version %d is invalid\n",
             source_version);
@@ -246,7 +238,7 @@ ALWAYS_INLINE ky_status_t __validate_mc_key_ranges(
 ALWAYS_INLINE ky_status_t __validate_mc_key_ranges(const ky_mc_route_key_t* mc_route_key_p)
 {
     const auto& [source, group] = *mc_route_key_p;
-    return group.version == IP_VERSION_IPV4
+    return group.version == KY_IP_VERSION_IPV4
                ? __validate_mc_key_ranges(mc_route_key_p, source.prefix.ipv4, group.prefix.ipv4)
                : __validate_mc_key_ranges(mc_route_key_p, source.prefix.ipv6, group.prefix.ipv6);
 }
@@ -260,7 +252,7 @@ ALWAYS_INLINE ky_status_t validate_mc_key(const ky_mc_route_key_t* mc_route_key_
 ky_status_t __validate_vif_types(const ky_router_vinterface_t* vif_list_p, uint32_t vif_cnt)
 {
     for (uint32_t i = 0; i < vif_cnt; i++) {
-        if (vif_list_p[i].type > VIF_TYPE_MAX) {
+        if (vif_list_p[i].type > KY_ROUTER_VINTERFACE_TYPE_NVE) {
             return KY_FAIL(
                 KY_STATUS_PARAM_ERROR, "Invalid VIF type %s given for VIF index %u\n",
                 ky_router_vinterface_type_str(vif_list_p[i].type), i);
@@ -301,26 +293,27 @@ ky_status_t ky_router_utils_validate_mc_route_set(
     const ky_mc_route_attr_t& attr = *mc_route_attr_p;
     const ky_mc_route_data_t& data = *mc_route_data_p;
     const bool has_user_token = attr.user_token_valid == 1;
-    if (attr.rpf_action > RPF_ACTION_TRAP_LIST) {
+    if (attr.rpf_action > KY_ROUTER_RPF_ACTION_TRAP_LIST) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Given RPF action %d is invalid\n", attr.rpf_action);
     }
-    if (attr.rpf_action >= RPF_ACTION_DROP_LIST && attr.rpf_group_id > KY_RPF_GROUP_ID_MAX) {
+    if (attr.rpf_action >= KY_ROUTER_RPF_ACTION_DROP_LIST &&
+        attr.rpf_group_id > KY_RPF_GROUP_ID_MAX) {
         return KY_FAIL(
             KY_STATUS_PARAM_ERROR,
             "Invalid RPF group %u given. "
             "Valid RPF group must be given when RPF action is DROP_LIST or TRAP_LIST\n",
             attr.rpf_group_id);
     }
-    if (attr.prio_type < PRIO_TYPE_MIN || attr.prio_type > PRIO_TYPE_LPM) {
+    if (attr.prio_type < KY_ROUTER_PRIO_TYPE_MANUAL || attr.prio_type > KY_ROUTER_PRIO_TYPE_LPM) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Invalid priority type %d given\n", attr.prio_type);
     }
-    if (attr.prio_type == PRIO_TYPE_LPM && !judged_by(IS_CONTIGUOUS, group)) {
+    if (attr.prio_type == KY_ROUTER_PRIO_TYPE_LPM && !judged_by(IS_CONTIGUOUS, group)) {
         return FAIL_WITH_TEXTS(
             KY_STATUS_PARAM_ERROR, group,
             "Invalid MC group mask %s/%s given for priority type LPM\n", __prefix_addr_to_str,
             __prefix_mask_to_str);
     }
-    if (attr.ttl_cmd < TTL_CMD_MIN || attr.ttl_cmd > TTL_CMD_MAX) {
+    if (attr.ttl_cmd < KY_MC_ROUTER_TTL_CMD_DEC || attr.ttl_cmd > KY_MC_ROUTER_TTL_CMD_SET) {
         return KY_FAIL(KY_STATUS_PARAM_ERROR, "Invalid TTL command %d given\n", attr.ttl_cmd);
     }
     if (has_user_token && attr.user_token_mask > KY_USER_TOKEN_MAX) {
@@ -375,7 +368,7 @@ ky_status_t ky_router_utils_validate_mc_route_get(
     const ky_ip_prefix_t* group = &filter_p->mc_group_addr;
     const bool has_source = filter_p->source_addr_valid == 1;
     const bool has_group = filter_p->mc_group_addr_valid == 1;
-    if (has_source && source->version > IP_VERSION_MAX) {
+    if (has_source && source->version > KY_IP_VERSION_IPV4_IPV6) {
         return KY_FAIL(
             KY_STATUS_PARAM_ERROR, "Given filter source IP version %d is invalid\n",
             source->version);
@@ -386,7 +379,7 @@ ky_status_t ky_router_utils_validate_mc_route_get(
             "Given filter source address prefix %s/%s is not a valid IPv4 or IPv6 prefix\n",
             __prefix_addr_to_str, __prefix_mask_to_str);
     }
-    if (has_group && group->version > IP_VERSION_MAX) {
+    if (has_group && group->version > KY_IP_VERSION_IPV4_IPV6) {
         return KY_FAIL(
             KY_STATUS_PARAM_ERROR, "Given filter MC IP version %d is invalid\n", group->version);
     }

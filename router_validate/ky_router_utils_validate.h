@@ -20,6 +20,7 @@ extern "C" {
  *
  *  Each 32-bit word of an address or a mask is a number in host byte order: 224.1.2.3 is
  *  0xE0010203. A flag is set only if it is 1. Fields that are not checked belong to the router API.
+ *  `ky_values.h` has constants for versions, types, actions and commands.
  *  @{ */
 
 /** The highest ID of an RPF group; the lowest is 0. */

@@ -8,6 +8,7 @@
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+#include <ky_values.h>
 
 namespace {
 
@@ -35,10 +36,10 @@ void take_and_give_back(uint32_t size)
 {
     void* block = nullptr;
     void* array = nullptr;
-    const uint32_t type = 1 + size % 17;
+    const uint32_t type = 1 + size % KY_MEM_TYPE_TELEMETRY;
     EXPECT_EQ(utils_memory_get(&block, size, type), GOOD);
     EXPECT_EQ(utils_clr_memory_get(&array, size, 3, type), GOOD);
-    EXPECT_EQ(utils_memory_print_summary(0), GOOD);
+    EXPECT_EQ(utils_memory_print_summary(KY_MEM_TYPE_ALL), GOOD);
     EXPECT_EQ(utils_memory_dbg_dump(nullptr), GOOD);
     EXPECT_EQ(utils_memory_put(array, type), GOOD);
     EXPECT_EQ(utils_memory_put(block, type), GOOD);
@@ -53,8 +54,8 @@ void check_and_name(uint32_t value)
     EXPECT_EQ(utils_check_msg_size(0, value), KY_STATUS_MESSAGE_SIZE_ZERO);
     EXPECT_STREQ(ky_status_str(KY_STATUS_TIMEOUT), "TIMEOUT");
     EXPECT_STREQ(ky_host_ifc_trap_id_str(value + 628), "Unknown");
-    EXPECT_EQ(is_port_type_valid(159, 0x10000000 + value), 1U);
-    EXPECT_EQ(is_port_type_valid(159, 0x40000000 + value), 0U);
+    EXPECT_EQ(is_port_type_valid(KY_PORT_ROW_VLAN_PORTS_SET, 0x10000000 + value), 1U);
+    EXPECT_EQ(is_port_type_valid(KY_PORT_ROW_VLAN_PORTS_SET, 0x40000000 + value), 0U);
     EXPECT_EQ(utils_ky_log_exit(BAD, __func__), BAD);
 }
 

@@ -101,7 +101,8 @@ KY_EXPORT ky_status_t utils_check_mstp_inst_id(uint16_t mstp_inst_id);
 
 /** Checks the state of a port in a spanning-tree (MSTP) instance.
  *
- *  @param port_state  1 (Discarding) to 3 (Forwarding)
+ *  @param port_state  KY_MSTP_INST_PORT_STATE_DISCARDING (1) to
+ *                     KY_MSTP_INST_PORT_STATE_FORWARDING (3)
  *  @return            KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
 KY_EXPORT ky_status_t utils_check_mstp_inst_port_state(uint32_t port_state);
@@ -115,7 +116,7 @@ KY_EXPORT ky_status_t utils_check_swid(uint8_t swid);
 
 /** Checks the administrative state of a port.
  *
- *  @param admin_state  1 (Up) or 2 (Down)
+ *  @param admin_state  KY_PORT_ADMIN_STATE_UP (1) or KY_PORT_ADMIN_STATE_DOWN (2)
  *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other value
  */
 KY_EXPORT ky_status_t utils_check_port_admin_state(int32_t admin_state);
@@ -129,7 +130,7 @@ KY_EXPORT ky_status_t utils_check_device_id(uint8_t device_id);
 
 /** Checks the type of a device's node in the topology.
  *
- *  @param node_type  0 (ALL) to 5 (HYBRID)
+ *  @param node_type  KY_DEV_NODE_TYPE_ALL (0) to KY_DEV_NODE_TYPE_HYBRID (5)
  *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other value
  */
 KY_EXPORT ky_status_t utils_check_device_node_type(int32_t node_type);
@@ -168,7 +169,7 @@ KY_EXPORT ky_status_t utils_use_xm_get(uint32_t* use_xm_p);
 
 /** Sets the boot mode, which is 0 at load. `ky_boot_mode_str` names the modes.
  *
- *  @param boot_mode  0 to 5
+ *  @param boot_mode  KY_BOOT_MODE_DISABLED (0) to KY_BOOT_MODE_ISSU_START (5)
  *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger mode
  */
 KY_EXPORT ky_status_t utils_boot_mode_set(uint32_t boot_mode);
@@ -184,10 +185,8 @@ KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
 
 /** @name Memory, accounted by type
  *
- *  Every block has a memory type, and the library counts the bytes that each type holds. These are
- *  the types, which have no constants and which `kriolilglu name memory_type` prints too:
- *
- *  @table memory_type
+ *  Every block has a memory type, and the library counts the bytes that each type holds. The types
+ *  are constants of `ky_values.h`, and `kriolilglu name memory_type` prints them.
  *
  *  Records of pools are not counted. A block lies 4 bytes behind the start of the allocation, and
  *  is aligned to 4 bytes only: copy wider types in and out with memcpy instead of accessing them in
@@ -208,7 +207,7 @@ KY_EXPORT extern cl_spinlock_t utils_mem_type_count_lock;
  *
  *  @param[out] buffer_pp  the block; null after KY_STATUS_NO_MEMORY
  *  @param size            size in bytes; may be 0
- *  @param mem_type        memory type, 1 to 17
+ *  @param mem_type        memory type, KY_MEM_TYPE_COS (1) to KY_MEM_TYPE_TELEMETRY (17)
  *  @retval KY_STATUS_SUCCESS              the block is allocated
  *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17
  *  @retval KY_STATUS_PARAM_NULL           buffer_pp is null
@@ -222,7 +221,7 @@ KY_EXPORT ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t
  *  @param[out] buffer_pp  the block; null after KY_STATUS_NO_MEMORY
  *  @param count           number of elements
  *  @param size            size of an element in bytes
- *  @param mem_type        memory type, 1 to 17
+ *  @param mem_type        memory type, KY_MEM_TYPE_COS (1) to KY_MEM_TYPE_TELEMETRY (17)
  *  @retval KY_STATUS_SUCCESS              the block is allocated
  *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17, or the array is larger than
  *                                         4 GiB - 1 byte
@@ -246,7 +245,7 @@ KY_EXPORT ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type);
 
 /** Logs the number of bytes that a memory type holds, at debug level. No function returns it.
  *
- *  @param mem_type  memory type, 1 to 17, or 0 for all
+ *  @param mem_type  memory type, or KY_MEM_TYPE_ALL for each of them
  *  @return          KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger type, which is
  *                   not logged
  */

@@ -1,11 +1,13 @@
 // Function traces, argument checks, settings, memory, pools and maps: module "UTILS".
 #include "ky_utils.h"
 
+#include "ky_values.h"
+#include "name_table.h"
+
 #include <cinttypes>
 #include <complib/cl_memory.h>
 #include <cstddef>
 #include <cstring>
-#include <iterator>
 
 #define KY_LOG_MODULE "UTILS"
 #define KY_LOG_VERBOSITY utils_verbosity_level
@@ -16,18 +18,30 @@ constinit uint32_t utils_verbosity_level = KY_LOG_LEVEL_DEFAULT;
 constinit uint32_t utils_use_xm = 0;
 constinit uint32_t utils_boot_mode = 0;
 
-constexpr uint32_t BOOT_MODE_MAX = 5;
-constexpr uint32_t MEM_TYPE_MIN = 1;
-constexpr uint32_t MEM_TYPE_MAX = 17;
-constexpr uint32_t MEM_TYPE_ALL = 0;
+constexpr uint32_t BOOT_MODE_MAX = KY_BOOT_MODE_ISSU_START;
+constexpr uint32_t MEM_TYPE_MIN = KY_MEM_TYPE_COS;
+constexpr uint32_t MEM_TYPE_MAX = KY_MEM_TYPE_TELEMETRY;
 
-/* Arrays, not pointers, so that they need no relocation; 15 is the longest name with its null. */
-constexpr char utils_mem_type_name[][15] = {
-    "ALL",    "COS",       "TOPO", "PORT",    "MSTP",           "FDB",          "VLAN", "LAG",
-    "ROUTER", "ACL",       "SPAN", "POLICER", "HOST-INTERFACE", "FLOW-COUNTER", "KVDL", "API",
-    "TUNNEL", "TELEMETRY",
-};
-static_assert(std::size(utils_mem_type_name) == MEM_TYPE_MAX + 1);
+constexpr NameTable<MEM_TYPE_MAX> utils_mem_type_name({
+    {KY_MEM_TYPE_ALL, "ALL"},
+    {KY_MEM_TYPE_COS, "COS"},
+    {KY_MEM_TYPE_TOPO, "TOPO"},
+    {KY_MEM_TYPE_PORT, "PORT"},
+    {KY_MEM_TYPE_MSTP, "MSTP"},
+    {KY_MEM_TYPE_FDB, "FDB"},
+    {KY_MEM_TYPE_VLAN, "VLAN"},
+    {KY_MEM_TYPE_LAG, "LAG"},
+    {KY_MEM_TYPE_ROUTER, "ROUTER"},
+    {KY_MEM_TYPE_ACL, "ACL"},
+    {KY_MEM_TYPE_SPAN, "SPAN"},
+    {KY_MEM_TYPE_POLICER, "POLICER"},
+    {KY_MEM_TYPE_HOST_INTERFACE, "HOST-INTERFACE"},
+    {KY_MEM_TYPE_FLOW_COUNTER, "FLOW-COUNTER"},
+    {KY_MEM_TYPE_KVDL, "KVDL"},
+    {KY_MEM_TYPE_API, "API"},
+    {KY_MEM_TYPE_TUNNEL, "TUNNEL"},
+    {KY_MEM_TYPE_TELEMETRY, "TELEMETRY"},
+});
 
 /* Bytes requested and not yet freed, by type; element 0 is the total. */
 constinit uint64_t utils_mem_type_count[MEM_TYPE_MAX + 1] = {};
@@ -83,7 +97,7 @@ void account(uint32_t mem_type, uint32_t size)
 {
     cl_spinlock_acquire(&utils_mem_type_count_lock);
     KY_STORE(utils_mem_type_count[mem_type], utils_mem_type_count[mem_type] + size);
-    KY_STORE(utils_mem_type_count[MEM_TYPE_ALL], utils_mem_type_count[MEM_TYPE_ALL] + size);
+    KY_STORE(utils_mem_type_count[KY_MEM_TYPE_ALL], utils_mem_type_count[KY_MEM_TYPE_ALL] + size);
     cl_spinlock_release(&utils_mem_type_count_lock);
 }
 
@@ -95,7 +109,8 @@ bool unaccount(uint32_t mem_type, uint32_t size)
     const bool holds_as_much = size <= utils_mem_type_count[mem_type];
     if (holds_as_much) {
         KY_STORE(utils_mem_type_count[mem_type], utils_mem_type_count[mem_type] - size);
-        KY_STORE(utils_mem_type_count[MEM_TYPE_ALL], utils_mem_type_count[MEM_TYPE_ALL] - size);
+        KY_STORE(
+            utils_mem_type_count[KY_MEM_TYPE_ALL], utils_mem_type_count[KY_MEM_TYPE_ALL] - size);
     }
     cl_spinlock_release(&utils_mem_type_count_lock);
     return holds_as_much;
@@ -201,7 +216,8 @@ ky_status_t utils_check_mstp_inst_id(uint16_t mstp_inst_id)
 ky_status_t utils_check_mstp_inst_port_state(uint32_t port_state)
 {
     return CHECK_RANGE(
-        port_state, 1U, 3U, "MSTP Instance Port-State (# %u) exceeds range [%u..%u]\n");
+        port_state, KY_MSTP_INST_PORT_STATE_DISCARDING, KY_MSTP_INST_PORT_STATE_FORWARDING,
+        "MSTP Instance Port-State (# %u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_swid(uint8_t swid)
@@ -215,7 +231,8 @@ ky_status_t utils_check_swid(uint8_t swid)
 ky_status_t utils_check_port_admin_state(int32_t admin_state)
 {
     return CHECK_RANGE(
-        admin_state, 1U, 2U, "Port Administrative State (# %u) exceeds range [%u..%u]\n");
+        admin_state, KY_PORT_ADMIN_STATE_UP, KY_PORT_ADMIN_STATE_DOWN,
+        "Port Administrative State (# %u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_device_id(uint8_t device_id)
@@ -226,7 +243,9 @@ ky_status_t utils_check_device_id(uint8_t device_id)
 
 ky_status_t utils_check_device_node_type(int32_t node_type)
 {
-    return CHECK_RANGE(node_type, 0U, 5U, "Device Topology Type # (%u) exceeds range [%u..%u]\n");
+    return CHECK_RANGE(
+        node_type, KY_DEV_NODE_TYPE_ALL, KY_DEV_NODE_TYPE_HYBRID,
+        "Device Topology Type # (%u) exceeds range [%u..%u]\n");
 }
 
 ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit)
@@ -301,7 +320,7 @@ ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type)
     *buffer_pp = static_cast<char*>(block) + sizeof(MemHeader);
     KY_LOG_DEBUG(
         "Allocated %u bytes for memory type %s; Total memory for this type = %" PRIu64 ";\n", size,
-        utils_mem_type_name[mem_type], KY_LOAD(utils_mem_type_count[mem_type]));
+        utils_mem_type_name.name_of(mem_type), KY_LOAD(utils_mem_type_count[mem_type]));
     return KY_STATUS_SUCCESS;
 }
 
@@ -337,12 +356,12 @@ ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type)
     if (!unaccount(mem_type, size)) {
         return UTILS_FAIL(
             KY_STATUS_MEMORY_ERROR, "Block size exceeds total size for memory type %s\n",
-            utils_mem_type_name[mem_type]);
+            utils_mem_type_name.name_of(mem_type));
     }
     cl_free(block);
     KY_LOG_DEBUG(
         "Freed %u bytes for memory type %s; Total memory for this type = %" PRIu64 ";\n", size,
-        utils_mem_type_name[mem_type], KY_LOAD(utils_mem_type_count[mem_type]));
+        utils_mem_type_name.name_of(mem_type), KY_LOAD(utils_mem_type_count[mem_type]));
     return KY_STATUS_SUCCESS;
 }
 
@@ -352,12 +371,12 @@ ky_status_t utils_memory_print_summary(uint32_t mem_type)
     if (mem_type > MEM_TYPE_MAX) {
         return utils_ky_log_exit(KY_STATUS_PARAM_EXCEEDS_RANGE, __func__);
     }
-    const uint32_t first = mem_type == MEM_TYPE_ALL ? MEM_TYPE_MIN : mem_type;
-    const uint32_t last = mem_type == MEM_TYPE_ALL ? MEM_TYPE_MAX : mem_type;
+    const uint32_t first = mem_type == KY_MEM_TYPE_ALL ? MEM_TYPE_MIN : mem_type;
+    const uint32_t last = mem_type == KY_MEM_TYPE_ALL ? MEM_TYPE_MAX : mem_type;
     for (uint32_t type = first; type <= last; type++) {
         KY_LOG_DEBUG(
             "Allocated %" PRIu64 " bytes for memory type %s\n", KY_LOAD(utils_mem_type_count[type]),
-            utils_mem_type_name[type]);
+            utils_mem_type_name.name_of(type));
     }
     return KY_STATUS_SUCCESS;
 }
@@ -375,7 +394,7 @@ ky_status_t utils_memory_dbg_dump(FILE* stream)
     dbg_utils_print_module_header(stream, "Utils memory dump");
     dbg_utils_print_table_headline(stream, columns);
     for (type = MEM_TYPE_MIN; type <= MEM_TYPE_MAX; type++) {
-        columns[1].value = utils_mem_type_name[type];
+        columns[1].value = utils_mem_type_name.name_of(type);
         count = KY_LOAD(utils_mem_type_count[type]);
         dbg_utils_print_table_data_line(stream, columns);
     }

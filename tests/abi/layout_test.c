@@ -1,5 +1,5 @@
-/* What is compiled into programs: the value of every constant and the layout of every record.
- * Compile-only, as C11 and as C++11. */
+/* What is compiled into programs: limits and the layout of every record. Compile-only, as C11 and as
+ * C++11. */
 #include <ky_adviser.h>
 #include <ky_common.h>
 #include <ky_port_type_validate.h>
@@ -16,13 +16,7 @@
         offsetof(type, field) == (offset) && sizeof(((type*)0)->field) == (size), \
         #type "." #field)
 #define UNSIGNED(type) static_assert((type)0xFFFFFFFFU > (type)0, #type)
-#define STATUS(name, value) VALUE(KY_STATUS_##name, value);
-#define COMMAND(name, value) VALUE(KY_ACCESS_CMD_##name, value);
 /* clang-format off */
-#define EVENT(name, value) \
-    VALUE(ADVISER_EVENT_##name, value); VALUE(value <= ADVISER_EVENT_MAX, 1);
-
-#include "constants.inc"
 
 /* Log masks and levels, and limits. */
 VALUE(ADVISER_EVENT_MAX, 51); VALUE(KY_LOG_MASK_ERROR, 1); VALUE(KY_LOG_MASK_WARNING, 3);

@@ -6,6 +6,7 @@
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+#include <ky_values.h>
 
 #include <string.h>
 
@@ -21,7 +22,7 @@ static uint32_t level_of(uint32_t mask)
 
 static ky_status_t check_port(uint32_t port)
 {
-    return is_port_type_valid(159, port)
+    return is_port_type_valid(KY_PORT_ROW_VLAN_PORTS_SET, port)
                ? KY_STATUS_SUCCESS
                : KY_FAIL(KY_STATUS_PARAM_ERROR, "port 0x%08X is refused\n", port);
 }
@@ -57,7 +58,7 @@ int main(void)
                    consume(0x40000001) == KY_STATUS_PARAM_ERROR && level_of(7) == 3 &&
                    is_indexed() &&
                    strcmp(ky_access_cmd_str(KY_ACCESS_CMD_GET_FIRST), "GET FIRST") == 0 &&
-                   strcmp(ky_port_type_str(4), "CPU") == 0 &&
+                   strcmp(ky_port_type_str(KY_PORT_TYPE_CPU), "CPU") == 0 &&
                    adviser_process_event(ADVISER_EVENT_PORT_ADDED, NULL) ==
                        KY_STATUS_DB_NOT_INITIALIZED &&
                    ky_router_utils_validate_mc_route_set(

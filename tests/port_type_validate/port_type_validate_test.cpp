@@ -2,6 +2,7 @@
 #include "contract.h"
 
 #include <ky_port_type_validate.h>
+#include <ky_values.h>
 
 #include <bit>
 
@@ -9,6 +10,7 @@ namespace {
 
 class PortTypeTest : public ContractTest {};
 
+constexpr uint32_t ROW = KY_PORT_ROW_COS_PORT_DEFAULT_PRIO_SET;
 constexpr uint32_t LAST = PORT_TYPE_VALIDATION_ROWS - 2;
 
 TEST_F(PortTypeTest, DictionaryMatchesItsFingerprint)
@@ -62,19 +64,19 @@ TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
              .says = is_row ? Said{} : error(text)});
     }
     // The table is read at each call, and its names never.
-    auto& row = port_type_validation_table[16];
+    auto& row = port_type_validation_table[ROW];
     const auto saved = row;
-    row = {nullptr, 0x04};
+    row = {nullptr, KY_PORT_TYPE_BIT_VPORT};
     expect({
-        {CALL(is_port_type_valid(16, 5)), .status = 0,
+        {CALL(is_port_type_valid(ROW, 5)), .status = 0,
          .says = error("Port 0x00000005 invalid (Port type Network is unsupported)\n")},
-        {CALL(is_port_type_valid(16, 0x20000005)), .status = 1},
+        {CALL(is_port_type_valid(ROW, 0x20000005)), .status = 1},
         {CALL(port_type_validate_log_verbosity_level_set(verbosity))},
     });
     // It is read after the entry trace, whose sink may write the row.
     set_verbosity_and_flag(KY_LOG_LEVEL_MAX, 1);
-    at_record = [&] { row.allowed_port_types = 0x01; };
-    EXPECT_EQ(is_port_type_valid(16, 5), 1U);
+    at_record = [&] { row.allowed_port_types = KY_PORT_TYPE_BIT_NETWORK; };
+    EXPECT_EQ(is_port_type_valid(ROW, 5), 1U);
     EXPECT_EQ(take_said().size(), 2U);
     at_record = nullptr;
     row = saved;

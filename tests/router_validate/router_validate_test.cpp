@@ -3,6 +3,7 @@
 #include "contract.h"
 
 #include <ky_router_utils_validate.h>
+#include <ky_values.h>
 
 #include <algorithm>
 #include <bitset>
@@ -13,12 +14,13 @@ ky_ip_prefix_t ipv4(uint32_t addr, uint32_t mask)
 {
     ky_ip_prefix_t prefix;
     memset(&prefix, 0xA5, sizeof prefix); // garbage behind an IPv4 prefix
-    prefix.version = 1;
+    prefix.version = KY_IP_VERSION_IPV4;
     prefix.prefix.ipv4 = {addr, mask};
     return prefix;
 }
 
-ky_ip_prefix_t ipv6(const uint32_t (&addr)[4], const uint32_t (&mask)[4], uint32_t version = 2)
+ky_ip_prefix_t
+ipv6(const uint32_t (&addr)[4], const uint32_t (&mask)[4], uint32_t version = KY_IP_VERSION_IPV6)
 {
     ky_ip_prefix_t prefix = {};
     prefix.version = version;
@@ -75,7 +77,16 @@ struct Request {
     ky_access_cmd_t cmd = ADD;
     uint32_t has_key = 1;
     ky_mc_route_key_t key = {source4, group4};
-    ky_mc_route_attr_t attr = {1, 1, 0xdead, 2, 0xdead, 70000, 2, 0xffff, 0xffff};
+    ky_mc_route_attr_t attr = {
+        .rpf_action = KY_ROUTER_RPF_ACTION_DROP,
+        .ttl_cmd = KY_MC_ROUTER_TTL_CMD_DEC,
+        .router_word_1 = 0xdead,
+        .prio_type = KY_ROUTER_PRIO_TYPE_LPM,
+        .router_word_2 = 0xdead,
+        .rpf_group_id = 70000,
+        .user_token_valid = 2,
+        .user_token_value = 0xffff,
+        .user_token_mask = 0xffff};
     ky_mc_route_data_t data = {4, 3, 0};
     uint32_t has_filter = 1;
     ky_mc_route_get_filter_t filter = {1, source4, 1, group4, 1, 0x10001};
@@ -467,7 +478,8 @@ ky_ip_prefix_t prefix(uint32_t version, const Bits& addr, const Bits& mask)
         words[0][i / 32] |= uint32_t{addr[i]} << (31 - i % 32);
         words[1][i / 32] |= uint32_t{mask[i]} << (31 - i % 32);
     }
-    return version == 1 ? ipv4(words[0][0], words[1][0]) : ipv6(words[0], words[1], version);
+    return version == KY_IP_VERSION_IPV4 ? ipv4(words[0][0], words[1][0])
+                                         : ipv6(words[0], words[1], version);
 }
 
 Bits first(uint32_t length)
@@ -478,10 +490,11 @@ Bits first(uint32_t length)
 TEST_F(RouterValidateTest, EveryBitOfAKeyCounts)
 {
     for (const uint32_t version : {0U, 1U, 2U, 3U}) {
-        const uint32_t width = version == 1 ? 32 : 128;
-        const uint32_t range_width = version == 1 ? 4 : 8;
-        const Bits range = version == 1 ? Bits(0b0111) : first(8);
-        const ky_status_t valid = version == 1 || version == 2 ? GOOD : BAD;
+        const bool is_ipv4 = version == KY_IP_VERSION_IPV4;
+        const uint32_t width = is_ipv4 ? 32 : 128;
+        const uint32_t range_width = is_ipv4 ? 4 : 8;
+        const Bits range = is_ipv4 ? Bits(0b0111) : first(8);
+        const ky_status_t valid = is_ipv4 || version == KY_IP_VERSION_IPV6 ? GOOD : BAD;
         const ky_ip_prefix_t any = prefix(version, {}, {});
         const auto expect_key = [&](const ky_ip_prefix_t& source, const ky_ip_prefix_t& group,
                                     ky_status_t status) {

@@ -3,6 +3,7 @@
 #include "contract.h"
 
 #include <ky_utils.h>
+#include <ky_values.h>
 
 #include <cstring>
 
@@ -24,13 +25,13 @@ class MemoryTest : public ContractTest {
     void SetUp() override
     {
         ContractTest::SetUp();
-        ASSERT_EQ(utils_memory_get(&held, HUGE_BLOCK, 1), GOOD);
-        ASSERT_EQ(utils_memory_get(&held_too, HUGE_BLOCK, 1), GOOD);
+        ASSERT_EQ(utils_memory_get(&held, HUGE_BLOCK, KY_MEM_TYPE_COS), GOOD);
+        ASSERT_EQ(utils_memory_get(&held_too, HUGE_BLOCK, KY_MEM_TYPE_COS), GOOD);
     }
     void TearDown() override
     {
-        EXPECT_EQ(utils_memory_put(held, 1), GOOD);
-        EXPECT_EQ(utils_memory_put(held_too, 1), GOOD);
+        EXPECT_EQ(utils_memory_put(held, KY_MEM_TYPE_COS), GOOD);
+        EXPECT_EQ(utils_memory_put(held_too, KY_MEM_TYPE_COS), GOOD);
         EXPECT_EQ(live_blocks(), 0);
     }
     void put_block(uint32_t type)
@@ -67,7 +68,7 @@ TEST_F(MemoryTest, BlocksAreHandedOutAndTakenBack)
     for (const uint32_t type : edges(1, 17)) {
         for (const uint32_t size : {0U, 1U, 3U, 0x10001U}) {
             const bool is_type = type >= 1 && type <= 17;
-            const uint64_t total = size + (type == 1 ? HELD : 0);
+            const uint64_t total = size + (type == KY_MEM_TYPE_COS ? HELD : 0);
             const std::string freed =
                 is_type ? text("Freed %u bytes for memory type %s; ", size, type_names[type]) +
                               "Total memory for this type = " + std::to_string(total - size) + ";\n"
@@ -141,7 +142,7 @@ TEST_F(MemoryTest, Refusals)
          .says = null + get},
         {CALL(utils_clr_memory_get(&block, 65535, 65537, 1)), .status = FULL, .says = get,
          .writes = {block.is(nullptr)}, .allocations = 0},
-        {CALL(utils_memory_put(held, 2)), .status = KY_STATUS_MEMORY_ERROR,
+        {CALL(utils_memory_put(held, KY_MEM_TYPE_TOPO)), .status = KY_STATUS_MEMORY_ERROR,
          .says = error("Block size exceeds total size for memory type TOPO\n")},
     });
     // clang-format on
@@ -154,7 +155,7 @@ TEST_F(MemoryTest, Reports)
         {0, "", text("%p headline index:9 name:20 mem_cnt:20", static_cast<void*>(stderr))}};
     std::vector<uint64_t> all;
     for (uint32_t type = 1; type <= 17; type++) {
-        all.push_back(type == 1 ? HELD : 0);
+        all.push_back(type == KY_MEM_TYPE_COS ? HELD : 0);
         const std::string line =
             text("%p data %u %s ", static_cast<void*>(stderr), type, type_names[type]);
         dump.push_back({0, "", line + std::to_string(all.back())});

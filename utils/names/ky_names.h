@@ -7,8 +7,8 @@
  * function states otherwise. The functions are thread-safe and async-signal-safe, and neither log
  * nor trace.
  *
- * Of these types only `ky_status_t` and `ky_access_cmd_t` have constants. `kriolilglu name TYPE`
- * prints the values of a type and their names. */
+ * `ky_common.h` has constants for statuses and access commands, `ky_values.h` for the values that
+ * functions of the library take. `kriolilglu name TYPE` prints the values of a type. */
 #ifndef KY_NAMES_H
 #define KY_NAMES_H
 

@@ -2,6 +2,7 @@
 // yields an empty string.
 #include "ky_names.h"
 
+#include "ky_values.h"
 #include "name_table.h"
 
 // ---- Status codes ----
@@ -134,12 +135,12 @@ const char* ky_chip_rev_str(ky_chip_rev_t value)
 const char* ky_dev_node_type_str(ky_dev_node_type_t value)
 {
     static constexpr NameTable<7> table({
-        {0, "ALL"},
-        {1, "LEAF_LOCAL"},
-        {2, "SPINE_LOCAL"},
-        {3, "LEAF"},
-        {4, "SPINE"},
-        {5, "HYBRID"},
+        {KY_DEV_NODE_TYPE_ALL, "ALL"},
+        {KY_DEV_NODE_TYPE_LEAF_LOCAL, "LEAF_LOCAL"},
+        {KY_DEV_NODE_TYPE_SPINE_LOCAL, "SPINE_LOCAL"},
+        {KY_DEV_NODE_TYPE_LEAF, "LEAF"},
+        {KY_DEV_NODE_TYPE_SPINE, "SPINE"},
+        {KY_DEV_NODE_TYPE_HYBRID, "HYBRID"},
     });
     return table.name_of(value);
 }
@@ -161,12 +162,12 @@ const char* ky_swid_info_field_bit_str(ky_swid_info_field_bit_t value)
 const char* ky_boot_mode_str(ky_boot_mode_t value)
 {
     static constexpr NameTable<6> table({
-        {0, "Disabled"},
-        {1, "Normal"},
-        {2, "Fast"},
-        {3, "ISSU Normal"},
-        {4, "ISSU Fast"},
-        {5, "ISSU start"},
+        {KY_BOOT_MODE_DISABLED, "Disabled"},
+        {KY_BOOT_MODE_NORMAL, "Normal"},
+        {KY_BOOT_MODE_FAST, "Fast"},
+        {KY_BOOT_MODE_ISSU_NORMAL, "ISSU Normal"},
+        {KY_BOOT_MODE_ISSU_FAST, "ISSU Fast"},
+        {KY_BOOT_MODE_ISSU_START, "ISSU start"},
     });
     return table.name_of(value);
 }
@@ -293,15 +294,15 @@ const char* ky_extraction_point_type_str(ky_extraction_point_type_t value)
 const char* ky_port_type_str(ky_port_type_t value)
 {
     static constexpr NameTable<10> table({
-        {0, "Network"},
-        {1, "LAG"},
-        {2, "Vport"},
-        {3, "VLAG"},
-        {4, "CPU"},
+        {KY_PORT_TYPE_NETWORK, "Network"},
+        {KY_PORT_TYPE_LAG, "LAG"},
+        {KY_PORT_TYPE_VPORT, "Vport"},
+        {KY_PORT_TYPE_VLAG, "VLAG"},
+        {KY_PORT_TYPE_CPU, "CPU"},
         {5, "N/A"},
         {6, "N/A"},
         {7, "N/A"},
-        {8, "NVE"},
+        {KY_PORT_TYPE_NVE, "NVE"},
     });
     return table.name_of(value);
 }
@@ -334,9 +335,9 @@ const char* ky_port_admin_state_str(ky_port_admin_state_t value)
 {
     static constexpr NameTable<6> table({
         {0, "N/A"},
-        {1, "Up"},
-        {2, "Down"},
-        {3, "Up Once"},
+        {KY_PORT_ADMIN_STATE_UP, "Up"},
+        {KY_PORT_ADMIN_STATE_DOWN, "Down"},
+        {KY_PORT_ADMIN_STATE_UP_ONCE, "Up Once"},
     });
     return table.name_of(value);
 }
@@ -616,11 +617,11 @@ const char* ky_policer_action_str(ky_policer_action_t value)
 const char* ky_ip_version_str(ky_ip_version_t value)
 {
     static constexpr NameTable<6> table({
-        {0, "None"},
-        {1, "IPv4"},
-        {2, "IPv6"},
-        {3, "IPv4&IPv6"},
-        {4, "IPv4&IPv6 Restore vlan"},
+        {KY_IP_VERSION_NONE, "None"},
+        {KY_IP_VERSION_IPV4, "IPv4"},
+        {KY_IP_VERSION_IPV6, "IPv6"},
+        {KY_IP_VERSION_IPV4_IPV6, "IPv4&IPv6"},
+        {KY_IP_VERSION_IPV4_IPV6_RESTORE_VLAN, "IPv4&IPv6 Restore vlan"},
     });
     return table.name_of(value);
 }
@@ -628,11 +629,11 @@ const char* ky_ip_version_str(ky_ip_version_t value)
 const char* ky_router_action_str(ky_router_action_t value)
 {
     static constexpr NameTable<7> table({
-        {0, "Drop"},
-        {1, "Trap"},
-        {2, "Forward"},
-        {3, "Trap and Forward"},
-        {5, "Span"},
+        {KY_ROUTER_ACTION_DROP, "Drop"},
+        {KY_ROUTER_ACTION_TRAP, "Trap"},
+        {KY_ROUTER_ACTION_FORWARD, "Forward"},
+        {KY_ROUTER_ACTION_TRAP_AND_FORWARD, "Trap and Forward"},
+        {KY_ROUTER_ACTION_SPAN, "Span"},
     });
     return table.name_of(value);
 }
@@ -654,11 +655,11 @@ const char* ky_router_interface_type_str(ky_router_interface_type_t value)
 const char* ky_router_vinterface_type_str(ky_router_vinterface_type_t value)
 {
     static constexpr NameTable<6> table({
-        {0, "RIF"},
-        {1, "IP in IP"},
-        {2, "MPLS"},
-        {3, "NVE"},
-        {4, "VXLAN"},
+        {KY_ROUTER_VINTERFACE_TYPE_RIF, "RIF"},
+        {KY_ROUTER_VINTERFACE_TYPE_IP_IN_IP, "IP in IP"},
+        {KY_ROUTER_VINTERFACE_TYPE_MPLS, "MPLS"},
+        {KY_ROUTER_VINTERFACE_TYPE_NVE, "NVE"},
+        {KY_ROUTER_VINTERFACE_TYPE_VXLAN, "VXLAN"},
     });
     return table.name_of(value);
 }
@@ -686,12 +687,12 @@ const char* ky_router_enable_state_str(ky_router_enable_state_t value)
 const char* ky_router_rpf_action_str(ky_router_rpf_action_t value)
 {
     static constexpr NameTable<7> table({
-        {0, "Disabled"},
-        {1, "Drop"},
-        {2, "Trap"},
-        {3, "Directional"},
-        {4, "Drop List"},
-        {5, "Trap List"},
+        {KY_ROUTER_RPF_ACTION_DISABLED, "Disabled"},
+        {KY_ROUTER_RPF_ACTION_DROP, "Drop"},
+        {KY_ROUTER_RPF_ACTION_TRAP, "Trap"},
+        {KY_ROUTER_RPF_ACTION_DIRECTIONAL, "Directional"},
+        {KY_ROUTER_RPF_ACTION_DROP_LIST, "Drop List"},
+        {KY_ROUTER_RPF_ACTION_TRAP_LIST, "Trap List"},
     });
     return table.name_of(value);
 }
@@ -700,8 +701,8 @@ const char* ky_router_prio_type_str(ky_router_prio_type_t value)
 {
     static constexpr NameTable<4> table({
         {0, "N/A"},
-        {1, "MANUAL"},
-        {2, "LPM"},
+        {KY_ROUTER_PRIO_TYPE_MANUAL, "MANUAL"},
+        {KY_ROUTER_PRIO_TYPE_LPM, "LPM"},
     });
     return table.name_of(value);
 }
@@ -769,8 +770,8 @@ const char* ky_mc_router_ttl_cmd_str(ky_mc_router_ttl_cmd_t value)
 {
     static constexpr NameTable<4> table({
         {0, "N/A"},
-        {1, "Dec"},
-        {2, "Set"},
+        {KY_MC_ROUTER_TTL_CMD_DEC, "Dec"},
+        {KY_MC_ROUTER_TTL_CMD_SET, "Set"},
     });
     return table.name_of(value);
 }
@@ -1313,9 +1314,9 @@ const char* ky_mstp_inst_port_state_str(ky_mstp_inst_port_state_t value)
 {
     static constexpr NameTable<5> table({
         {0, "N/A"},
-        {1, "Discarding"},
-        {2, "Learning"},
-        {3, "Forwarding"},
+        {KY_MSTP_INST_PORT_STATE_DISCARDING, "Discarding"},
+        {KY_MSTP_INST_PORT_STATE_LEARNING, "Learning"},
+        {KY_MSTP_INST_PORT_STATE_FORWARDING, "Forwarding"},
     });
     return table.name_of(value);
 }

@@ -2,8 +2,17 @@
 // repeat a mistake.
 #include "contract.h"
 
-#include <ky_adviser.h>
 #include <ky_names.h>
+#include <ky_port_type_validate.h>
+#include <ky_utils.h>
+
+#include <algorithm>
+#include <bit>
+#include <cctype>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <utility>
 
 namespace {
 
@@ -107,34 +116,89 @@ TEST_F(NamesTest, ValuesAboveTheBoundYieldTheDefault)
     }
 }
 
-TEST_F(NamesTest, EveryStatusAndCommandHasOne)
+/* The constants that the headers give to values, by enumeration and value. */
+std::map<std::string, std::map<uint32_t, std::string>> constants_of_headers()
 {
-    const std::set<std::string> nameless = {"", "Unknown"};
-#define STATUS(constant, value) \
-    EXPECT_EQ(nameless.count(ky_status_str(KY_STATUS_##constant)), 0U) << "KY_STATUS_" #constant;
-#define COMMAND(constant, value) \
-    EXPECT_EQ(nameless.count(ky_access_cmd_str(KY_ACCESS_CMD_##constant)), 0U) << #constant;
-#include "../../abi/constants.inc"
+    static const std::regex enumeration("(?:enum |KY_ENUM\\()ky_(\\w+)_(?:values|t)\\b.*");
+    static const std::regex constant("    (KY_\\w+) = (\\w+),");
+    std::map<std::string, std::map<uint32_t, std::string>> all;
+    for (const char* header : {SOURCE "/utils/ky_common.h", SOURCE "/utils/ky_values.h"}) {
+        std::ifstream lines(header);
+        std::string current;
+        std::smatch found;
+        for (std::string line; std::getline(lines, line);) {
+            if (std::regex_match(line, found, enumeration)) {
+                current = found[1];
+            } else if (std::regex_match(line, found, constant)) {
+                std::string& name =
+                    all[current][static_cast<uint32_t>(std::stoul(found[2], nullptr, 0))];
+                EXPECT_EQ(name, "") << "has the value of " << found[1];
+                name = found[1];
+            }
+        }
+    }
+    return all;
 }
 
-/* Compile-only: fails if a constant is missing in the list. */
-#pragma GCC diagnostic error "-Wswitch"
-[[maybe_unused]] void list(ky_status_t status, ky_access_cmd_t command, adviser_event_t event)
+/* What the library prints for a value. */
+std::string printed(const std::string& enumeration, uint32_t value)
 {
-    switch (status) {
-#define STATUS(constant, value) case KY_STATUS_##constant:
-#include "../../abi/constants.inc"
-        break;
+    if (enumeration == "mem_type") {
+        utils_memory_print_summary(value);
+        const std::string last = take_said().back().text;
+        const size_t name = last.rfind(" type ");
+        return value == 0                  ? "ALL" // for which each type is printed
+               : name == std::string::npos ? ""
+                                           : last.substr(name + 6, last.size() - name - 7);
     }
-    switch (command) {
-#define COMMAND(constant, value) case KY_ACCESS_CMD_##constant:
-#include "../../abi/constants.inc"
-        break;
+    if (enumeration == "port_row") {
+        const bool is_row = value >= 1 && value <= PORT_TYPE_VALIDATION_ROWS - 2;
+        const char* name = is_row ? port_type_validation_table[value].func_name : "";
+        return name != nullptr ? name : "a row is missing";
     }
-    switch (event) {
-#define EVENT(constant, value) case ADVISER_EVENT_##constant:
-#include "../../abi/constants.inc"
-        break;
+    if (enumeration == "port_type_bit") { // the types of port that the bit alone accepts
+        uint8_t& bits = port_type_validation_table[1].allowed_port_types;
+        const uint8_t saved = std::exchange(bits, std::has_single_bit(value) ? value : 0);
+        std::string names;
+        for (uint32_t type = 0; type < 16; type++) {
+            names += is_port_type_valid(1, type << 28) == 1 ? ky_port_type_str(type) : "";
+        }
+        bits = saved;
+        return names;
+    }
+    const auto* each = std::ranges::find(enumerations, enumeration, &Enumeration::name);
+    return each != std::end(enumerations) ? each->str(value) : "no such enumeration";
+}
+
+/* The constant of a value that is printed so; empty if it has none. */
+std::string constant_of(const std::string& enumeration, const std::string& name)
+{
+    std::string constant;
+    for (const char each : "ky_" + enumeration + "_" + name + "_") {
+        if (std::isalnum(each) != 0) {
+            constant += static_cast<char>(std::toupper(each));
+        } else if (constant.back() != '_') {
+            constant += '_';
+        }
+    }
+    constant.pop_back();
+    return name == "" || name == "N/A" || name == "Unknown" ? "" : constant;
+}
+
+TEST_F(NamesTest, ConstantsFollowWhatIsPrinted)
+{
+    set_verbosity_and_flag(KY_LOG_LEVEL_MAX, 0);
+    auto all = constants_of_headers();
+    EXPECT_EQ(all.size(), 16U);
+    for (auto& [enumeration, constants] : all) {
+        for (uint32_t value = 0; value < 256; value++) {
+            const std::string name = printed(enumeration, value);
+            std::string expected = constant_of(enumeration, name);
+            if (enumeration == "status" || enumeration == "access_cmd") { // named by hand
+                expected = expected == "" ? "" : constants[value] == "" ? name : constants[value];
+            }
+            EXPECT_EQ(constants[value], expected) << enumeration << " " << value;
+        }
     }
 }
 
