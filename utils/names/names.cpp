@@ -356,15 +356,37 @@ const char* ky_port_oper_state_str(ky_port_oper_state_t value)
 
 const char* ky_port_oper_speed_str(ky_port_oper_speed_t value)
 {
+    // clang-format off
     static constexpr NameTable<26> table({
-        {0, "N/A"},        {1, "1GB_CX_SGMII"}, {2, "1GB_KX"},         {3, "10GB_CX4_XAUI"},
-        {4, "10GB_KX4"},   {5, "10GB_KR"},      {6, "20GB_KR2"},       {7, "40GB_CR4"},
-        {8, "40GB_KR4"},   {9, "56GB_KR4"},     {10, "56GB_KX4"},      {11, "10GB_CR"},
-        {12, "10GB_SR"},   {13, "10GB_ER_LR"},  {14, "40GB_SR4"},      {15, "40GB_LR4_ER4"},
-        {16, "100GB_CR4"}, {17, "100GB_SR4"},   {18, "100GB_KR4"},     {19, "100GB_LR4_ER4"},
-        {20, "25GB_CR"},   {21, "25GB_KR"},     {22, "25GB_SR"},       {23, "50GB_CR2"},
-        {24, "50GB_KR2"},  {25, "50GB_SR2"},    {26, "NOT_SUPPORTED"},
+        {0, "N/A"},
+        {1, "1GB_CX_SGMII"},
+        {2, "1GB_KX"},
+        {3, "10GB_CX4_XAUI"},
+        {4, "10GB_KX4"},
+        {5, "10GB_KR"},
+        {6, "20GB_KR2"},
+        {7, "40GB_CR4"},
+        {8, "40GB_KR4"},
+        {9, "56GB_KR4"},
+        {10, "56GB_KX4"},
+        {11, "10GB_CR"},
+        {12, "10GB_SR"},
+        {13, "10GB_ER_LR"},
+        {14, "40GB_SR4"},
+        {15, "40GB_LR4_ER4"},
+        {16, "100GB_CR4"},
+        {17, "100GB_SR4"},
+        {18, "100GB_KR4"},
+        {19, "100GB_LR4_ER4"},
+        {20, "25GB_CR"},
+        {21, "25GB_KR"},
+        {22, "25GB_SR"},
+        {23, "50GB_CR2"},
+        {24, "50GB_KR2"},
+        {25, "50GB_SR2"},
+        {26, "NOT_SUPPORTED"},
     });
+    // clang-format on
     return table.name_of(value);
 }
 
@@ -1343,12 +1365,28 @@ const char* ky_vlan_qinq_prio_tag_mode_str(ky_vlan_qinq_prio_tag_mode_t value)
 
 const char* ky_lag_hash_bit_number_str(ky_lag_hash_bit_number_t value)
 {
+    // clang-format off
     static constexpr NameTable<18> table({
-        {0, "INGRESS_PORT"},  {1, "SMAC_IP"},          {2, "SMAC_NON_IP"},      {3, "DMAC_IP"},
-        {4, "DMAC_NON_IP"},   {5, "ETHER_IP"},         {6, "ETHER_NON_IP"},     {7, "VID_IP"},
-        {8, "VID_NON_IP"},    {9, "SRC_IP"},           {10, "DST_IP"},          {11, "L4_SRC_PORT"},
-        {12, "L4_DST_PORT"},  {13, "L3_PROTOCOL"},     {14, "IPV6_FLOW_LABEL"}, {15, "FCoE SRC ID"},
-        {16, "FCoE DEST ID"}, {17, "FCoE ORIG EX ID"}, {18, "DESTINATION_QP"},
+        {0, "INGRESS_PORT"},
+        {1, "SMAC_IP"},
+        {2, "SMAC_NON_IP"},
+        {3, "DMAC_IP"},
+        {4, "DMAC_NON_IP"},
+        {5, "ETHER_IP"},
+        {6, "ETHER_NON_IP"},
+        {7, "VID_IP"},
+        {8, "VID_NON_IP"},
+        {9, "SRC_IP"},
+        {10, "DST_IP"},
+        {11, "L4_SRC_PORT"},
+        {12, "L4_DST_PORT"},
+        {13, "L3_PROTOCOL"},
+        {14, "IPV6_FLOW_LABEL"},
+        {15, "FCoE SRC ID"},
+        {16, "FCoE DEST ID"},
+        {17, "FCoE ORIG EX ID"},
+        {18, "DESTINATION_QP"},
     });
+    // clang-format on
     return table.name_of(value);
 }
