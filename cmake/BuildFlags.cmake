@@ -42,8 +42,7 @@ target_link_libraries(kriolilglu_library_flags INTERFACE kriolilglu_flags)
 compile_with(kriolilglu_library_flags
   -Wmissing-declarations
   -fno-exceptions -fno-rtti
-  # Exported functions can be interposed, which clang does not assume.
-  -fsemantic-interposition
+  -fsemantic-interposition # clang assumes that nothing is interposed
   -fno-plt # symbols are bound at load, so a PLT has no use
   -fstack-protector-strong -fstack-clash-protection
   -fcf-protection=full -mbranch-protection=standard) # x86, Arm
@@ -59,8 +58,6 @@ if(NOT KRIOLILGLU_START_FILES)
   link_with(kriolilglu_library_flags -nostartfiles)
 endif()
 
-# The name tables are pointers, which the loader relocates: packed, the relocations take 256 bytes
-# instead of 38,000. Linkers and loaders older than Debian 12's do not support the format.
 option(KRIOLILGLU_PACK_RELOCATIONS
   "Pack relative relocations, if this machine's loader supports them" ON)
 if(KRIOLILGLU_PACK_RELOCATIONS AND (CMAKE_CROSSCOMPILING_EMULATOR OR NOT CMAKE_CROSSCOMPILING))
