@@ -121,21 +121,19 @@ typedef ky_status_t (*adviser_cb_t)(adviser_event_t event, void* event_data);
  *  @return  KY_STATUS_SUCCESS; KY_STATUS_DB_ALREADY_INITIALIZED if it exists; KY_STATUS_NO_MEMORY,
  *           which is not logged
  */
-KY_EXPORT ky_status_t adviser_init(void);
+ky_status_t adviser_init(void);
 
 /** Removes all registrations, without calling them, and destroys the registry.
  *
  *  @return  KY_STATUS_SUCCESS, or KY_STATUS_DB_NOT_INITIALIZED if there is no registry
  */
-KY_EXPORT ky_status_t adviser_deinit(void);
+ky_status_t adviser_deinit(void);
 
 /** Registers a callback for an event, or deregisters it. Every failure is logged.
  *
  *  A callback may be registered for any number of events, once for each; 255 registrations may
  *  exist. Deregistering from PRE-FAILED-PORT-DELETED-FROM-SWID deregisters from
- *  PRE-PORT-DELETED-FROM-SWID. These are the events:
- *
- *  @table adviser_event
+ *  PRE-PORT-DELETED-FROM-SWID.
  *
  *  @param cmd       KY_ACCESS_CMD_ADD to register, KY_ACCESS_CMD_DELETE to deregister
  *  @param event     1 to ADVISER_EVENT_MAX; to register, not PRE-FAILED-PORT-DELETED-FROM-SWID
@@ -151,7 +149,7 @@ KY_EXPORT ky_status_t adviser_deinit(void);
  *  @retval KY_STATUS_NO_RESOURCES          to register: 255 registrations exist, or memory is short
  *  @retval KY_STATUS_ENTRY_NOT_FOUND       to deregister: the callback is not registered for event
  */
-KY_EXPORT ky_status_t
+ky_status_t
 adviser_register_event(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t callback);
 
 /** Calls the callbacks of an event until one fails.
@@ -160,9 +158,7 @@ adviser_register_event(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t 
  *  caller whose deletion fails after all callbacks have accepted it.
  *
  *  A failure is logged; if the event is DEVICE-DELETED, with a second error. A callback that fails
- *  in a rollback is logged, and the rollback goes on. These are the events:
- *
- *  @table adviser_event
+ *  in a rollback is logged, and the rollback goes on.
  *
  *  @param event       1 to ADVISER_EVENT_MAX
  *  @param event_data  argument of the callbacks, which the adviser does not read; its type is
@@ -172,7 +168,7 @@ adviser_register_event(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t 
  *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  event is not 1 to ADVISER_EVENT_MAX
  *  @retval KY_STATUS_DB_NOT_INITIALIZED   there is no registry
  */
-KY_EXPORT ky_status_t adviser_process_event(adviser_event_t event, void* event_data);
+ky_status_t adviser_process_event(adviser_event_t event, void* event_data);
 
 /** Gets or sets the verbosity of module "ADVISER", which is 3 at load.
  *
@@ -181,7 +177,7 @@ KY_EXPORT ky_status_t adviser_process_event(adviser_event_t event, void* event_d
  *                          prints everything. It may be null for another command
  *  @return                 KY_STATUS_SUCCESS, or KY_STATUS_CMD_UNSUPPORTED for another command
  */
-KY_EXPORT ky_status_t adviser_log_verbosity_level(ky_access_cmd_t cmd, uint32_t* level_p);
+ky_status_t adviser_log_verbosity_level(ky_access_cmd_t cmd, uint32_t* level_p);
 
 /** @} */
 

@@ -21,7 +21,7 @@ set(DOXYGEN_TYPEDEF_HIDES_STRUCT YES)
 set(DOXYGEN_MACRO_EXPANSION YES)
 set(DOXYGEN_EXPAND_ONLY_PREDEF YES)
 set(DOXYGEN_PREDEFINED
-  KY_EXPORT= KY_ENUM_BASE= "KY_ENUM(name)=enum name" "__attribute__(list)=" __cplusplus=202002L)
+  KY_ENUM_BASE= "KY_ENUM(name)=enum name" "__attribute__(list)=" __cplusplus=202002L)
 set(doc_tables ${PROJECT_SOURCE_DIR}/cmake/doc_tables.py)
 set(tables ${PROJECT_BINARY_DIR}/doc_tables)
 set(DOXYGEN_INPUT_FILTER

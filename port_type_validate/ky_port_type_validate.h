@@ -6,8 +6,6 @@
  *     if (!is_port_type_valid(KY_PORT_ROW_COS_PORT_DEFAULT_PRIO_SET, log_port)) {
  *         return KY_STATUS_PARAM_ERROR;
  *     }
- *
- * `ky_values.h` has the constants of rows and of types of port.
  */
 #ifndef KY_PORT_TYPE_VALIDATE_H
 #define KY_PORT_TYPE_VALIDATE_H
@@ -33,20 +31,19 @@ typedef struct port_type_validation_entry {
  *  it must do so while no check runs. Rows 0 and 173 are sentinels that accept nothing;
  *  is_port_type_valid lists the others, and `kriolilglu port` prints them.
  */
-KY_EXPORT extern port_type_validation_entry_t port_type_validation_table[PORT_TYPE_VALIDATION_ROWS];
+extern port_type_validation_entry_t port_type_validation_table[PORT_TYPE_VALIDATION_ROWS];
 
 /** Checks that an API function accepts the type of a port. A refusal logs one error message. The
  *  function traces entry and exit, and is thread-safe. These are the rows:
  *
  *  @table port
  *
- *  @param enum_id   KY_PORT_ROW_ of the API function, 1 to 172
+ *  @param enum_id   the API function's row, 1 to 172, a KY_PORT_ROW_ constant of `ky_values.h`
  *  @param log_port  logical port ID; bits 31 to 28 are the type, a `ky_port_type_t`, and the others
  *                   are ignored
- *  @return          1 if the function accepts the type; 0, which is not a status, if it does not or
- *                   enum_id is not a row
+ *  @return          1 if the function accepts the type; 0, which is no status, if not or for no row
  */
-KY_EXPORT uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port);
+uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port);
 
 /** Sets the verbosity of module "PORT_TYPE_VALIDATE", which is 3 at load.
  *
@@ -55,7 +52,7 @@ KY_EXPORT uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port);
  *  @param level  0 (silent) to 8 (everything); a higher level is stored, and prints everything
  *  @return       KY_STATUS_SUCCESS
  */
-KY_EXPORT ky_status_t port_type_validate_log_verbosity_level_set(uint32_t level);
+ky_status_t port_type_validate_log_verbosity_level_set(uint32_t level);
 
 #ifdef __cplusplus
 }

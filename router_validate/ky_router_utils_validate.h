@@ -19,8 +19,8 @@ extern "C" {
 /** @name Limits and records
  *
  *  Each 32-bit word of an address or a mask is a number in host byte order: 224.1.2.3 is
- *  0xE0010203. A flag is set only if it is 1. Fields that are not checked belong to the router API.
- *  `ky_values.h` has constants for versions, types, actions and commands.
+ *  0xE0010203. A flag is set only if it is 1; `ky_values.h` has constants of enumerations.
+ *  Fields that are not checked belong to the router API.
  *  @{ */
 
 /** The highest ID of an RPF group; the lowest is 0. */
@@ -140,7 +140,7 @@ typedef struct ky_mc_route_get_filter {
  *  @param mc_route_data_p  the forwarding data; read for ADD and EDIT only, and then not null
  *  @return                 KY_STATUS_SUCCESS, or the status of the first check that fails
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_set(
+ky_status_t ky_router_utils_validate_mc_route_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     const ky_mc_route_attr_t* mc_route_attr_p, const ky_mc_route_data_t* mc_route_data_p);
 
@@ -174,7 +174,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_set(
  *                             every other command
  *  @return                    KY_STATUS_SUCCESS, or the status of the first check that fails
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
+ky_status_t ky_router_utils_validate_mc_route_get(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     const ky_mc_route_get_filter_t* filter_p, const void* mc_route_entries_p,
     const uint32_t* entries_count_p);
@@ -198,7 +198,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_get(
  *  @param egress_rif_cnt     number of egress RIFs
  *  @return                   KY_STATUS_SUCCESS, or the status of the first check that fails
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_set(
+ky_status_t ky_router_utils_validate_mc_egress_rif_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     const void* egress_rif_list_p, uint32_t egress_rif_cnt);
 
@@ -212,7 +212,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_set(
  *  @param egress_rif_cnt_p   not checked
  *  @return                   KY_STATUS_SUCCESS, or the status of the first check that fails
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_get(
+ky_status_t ky_router_utils_validate_mc_egress_rif_get(
     uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p, const void* egress_rif_list_p,
     const void* egress_rif_cnt_p);
 
@@ -226,7 +226,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_egress_rif_get(
  *  @param activity_p      not checked
  *  @return                KY_STATUS_SUCCESS, or the status of the first check that fails
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_activity_get(
+ky_status_t ky_router_utils_validate_mc_route_activity_get(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     const void* activity_p);
 
@@ -240,7 +240,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_activity_get(
  *  @param counter_id      the counter
  *  @return                KY_STATUS_SUCCESS, or the status of the first check that fails
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
+ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
     ky_access_cmd_t cmd, uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p,
     uint32_t counter_id);
 
@@ -253,7 +253,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_set(
  *  @param counter_id_p    not checked
  *  @return                KY_STATUS_SUCCESS, or the status of the first check that fails
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
+ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
     uint16_t vrid, const ky_mc_route_key_t* mc_route_key_p, const void* counter_id_p);
 
 /** @} */
@@ -276,7 +276,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_route_counter_bind_get(
  *  @param rpf_vif_cnt     number of interfaces
  *  @return                KY_STATUS_SUCCESS or KY_STATUS_PARAM_ERROR
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_set(
+ky_status_t ky_router_utils_validate_mc_rpf_group_set(
     ky_access_cmd_t cmd, const uint32_t* rpf_group_id_p,
     const ky_router_vinterface_t* rpf_vif_list_p, uint32_t rpf_vif_cnt);
 
@@ -289,7 +289,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_set(
  *  @param rpf_vif_cnt_p   not checked
  *  @return                KY_STATUS_SUCCESS or KY_STATUS_PARAM_ERROR
  */
-KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_get(
+ky_status_t ky_router_utils_validate_mc_rpf_group_get(
     ky_access_cmd_t cmd, const uint32_t* rpf_group_id_p, const void* rpf_vif_list_p,
     const void* rpf_vif_cnt_p);
 
@@ -303,7 +303,7 @@ KY_EXPORT ky_status_t ky_router_utils_validate_mc_rpf_group_get(
  *  @param level  0 (silent) to 8 (everything); a higher level is stored, and prints everything
  *  @return       KY_STATUS_SUCCESS
  */
-KY_EXPORT ky_status_t ky_router_utils_log_verbosity_set(uint32_t level);
+ky_status_t ky_router_utils_log_verbosity_set(uint32_t level);
 
 /** @} */
 

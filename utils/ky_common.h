@@ -26,9 +26,6 @@
 /** @name Declarations
  *  @{ */
 
-/** Gives a function or an object default visibility. The library hides everything else. */
-#define KY_EXPORT __attribute__((visibility("default")))
-
 /** Begins an enumeration of 32 bits, unsigned in C and in C++. A value without a constant is valid;
  *  of a plain C enumeration a compiler may assume that it does not occur. */
 #ifdef __cplusplus
@@ -179,7 +176,7 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 /** @name Log statements
  *
  *  Each is an expression of type void, except KY_FAIL. It takes a printf format, which must be a
- *  string literal and ends with a newline, and up to nine values. If the verbosity of the module
+ *  string literal and ends with a newline, and up to 19 values. If the verbosity of the module
  *  admits the message, it goes to `ky_log` and then to `ky_trace_cbuff_log`; otherwise the
  *  statement costs one load, one comparison and one branch. In C and C++11 both calls evaluate the
  *  values, which must not have side effects.
@@ -306,13 +303,12 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 /* clang-format on */
 
 /* A message taken apart: its format, and its arguments with a comma in front, or nothing. No
- * standard of C or C++ before C++20 and C23 has a shorter form for "or nothing". With ten to
- * nineteen arguments the compiler names an identifier that is not declared, and that says so. */
+ * standard of C or C++ before C++20 and C23 has a shorter form for "or nothing". */
 #define KY_LOG_FORMAT(...) KY_LOG_FIRST(__VA_ARGS__, ~)
 #define KY_LOG_FIRST(format, ...) format
 /* clang-format off */
 #define KY_LOG_ARGUMENTS(...)                                                                \
-    KY_LOG_TWENTY_FIRST(__VA_ARGS__, MANY, MANY, MANY, MANY, MANY, MANY, MANY, MANY, MANY, MANY, \
+    KY_LOG_TWENTY_FIRST(__VA_ARGS__, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, \
                         SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, SOME, NONE, ~)       \
     (__VA_ARGS__)
 #define KY_LOG_TWENTY_FIRST(_1, _2, _3, _4, _5, _6, _7, _8, _9, _10, _11, _12, _13, _14, _15, \
@@ -320,7 +316,6 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 /* clang-format on */
 #define KY_LOG_ARGUMENTS_NONE(format)
 #define KY_LOG_ARGUMENTS_SOME(format, ...) , __VA_ARGS__
-#define KY_LOG_ARGUMENTS_MANY(...) , a_log_statement_takes_nine_arguments_at_most
 
 /** @endcond */
 

@@ -23,7 +23,7 @@ extern "C" {
  *
  *  @param function_name  name of the function
  */
-KY_EXPORT void utils_ky_log_enter(const char* function_name);
+void utils_ky_log_enter(const char* function_name);
 
 /** Logs that a function is left, if traces are on and the verbosity of "UTILS" is 5 or more.
  *
@@ -34,7 +34,7 @@ KY_EXPORT void utils_ky_log_enter(const char* function_name);
  *  @param function_name  name of the function
  *  @return               status
  */
-KY_EXPORT ky_status_t utils_ky_log_exit(ky_status_t status, const char* function_name);
+ky_status_t utils_ky_log_exit(ky_status_t status, const char* function_name);
 
 /** Sets the verbosity of module "UTILS", which is 3 at load.
  *
@@ -43,7 +43,7 @@ KY_EXPORT ky_status_t utils_ky_log_exit(ky_status_t status, const char* function
  *  @param level  0 (silent) to 8 (everything); a higher level is stored, and prints everything
  *  @return       KY_STATUS_SUCCESS
  */
-KY_EXPORT ky_status_t utils_log_verbosity_level_set(uint32_t level);
+ky_status_t utils_log_verbosity_level_set(uint32_t level);
 
 /** @} */
 
@@ -60,14 +60,14 @@ KY_EXPORT ky_status_t utils_log_verbosity_level_set(uint32_t level);
  *  @param description  what the pointer is, for the message, or null
  *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_NULL if the pointer is null
  */
-KY_EXPORT ky_status_t utils_check_pointer(const void* pointer, const char* description);
+ky_status_t utils_check_pointer(const void* pointer, const char* description);
 
 /** Checks a verbosity level.
  *
  *  @param level  0 to 8
  *  @return       KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger one
  */
-KY_EXPORT ky_status_t utils_check_verbosity_level(uint32_t level);
+ky_status_t utils_check_verbosity_level(uint32_t level);
 
 /** Checks that the length of an array is not 0.
  *
@@ -75,7 +75,7 @@ KY_EXPORT ky_status_t utils_check_verbosity_level(uint32_t level);
  *  @param description  what the array is, for the message, or null
  *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for length 0
  */
-KY_EXPORT ky_status_t utils_check_array_length(uint32_t length, const char* description);
+ky_status_t utils_check_array_length(uint32_t length, const char* description);
 
 /** Checks that the size of an array is not 0.
  *
@@ -83,57 +83,56 @@ KY_EXPORT ky_status_t utils_check_array_length(uint32_t length, const char* desc
  *  @param description  what the array is, for the message, or null
  *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for size 0
  */
-KY_EXPORT ky_status_t utils_check_array_size(uint32_t size, const char* description);
+ky_status_t utils_check_array_size(uint32_t size, const char* description);
 
 /** Checks a multicast ID.
  *
  *  @param mc_id  1 to 65535
  *  @return       KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for 0
  */
-KY_EXPORT ky_status_t utils_check_mc_id(uint16_t mc_id);
+ky_status_t utils_check_mc_id(uint16_t mc_id);
 
 /** Checks the ID of a spanning-tree (MSTP) instance.
  *
  *  @param mstp_inst_id  0 to 1024
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger one
  */
-KY_EXPORT ky_status_t utils_check_mstp_inst_id(uint16_t mstp_inst_id);
+ky_status_t utils_check_mstp_inst_id(uint16_t mstp_inst_id);
 
 /** Checks the state of a port in a spanning-tree (MSTP) instance.
  *
- *  @param port_state  KY_MSTP_INST_PORT_STATE_DISCARDING (1) to
- *                     KY_MSTP_INST_PORT_STATE_FORWARDING (3)
+ *  @param port_state  1 to 3, which is KY_MSTP_INST_PORT_STATE_DISCARDING, _LEARNING or _FORWARDING
  *  @return            KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
-KY_EXPORT ky_status_t utils_check_mstp_inst_port_state(uint32_t port_state);
+ky_status_t utils_check_mstp_inst_port_state(uint32_t port_state);
 
 /** Checks a switch partition ID.
  *
  *  @param swid  0 to 7, or 254; the message names the range 0 to 7 only
  *  @return      KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
-KY_EXPORT ky_status_t utils_check_swid(uint8_t swid);
+ky_status_t utils_check_swid(uint8_t swid);
 
 /** Checks the administrative state of a port.
  *
  *  @param admin_state  KY_PORT_ADMIN_STATE_UP (1) or KY_PORT_ADMIN_STATE_DOWN (2)
  *  @return             KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other value
  */
-KY_EXPORT ky_status_t utils_check_port_admin_state(int32_t admin_state);
+ky_status_t utils_check_port_admin_state(int32_t admin_state);
 
 /** Checks a device ID.
  *
  *  @param device_id  1 to 253
  *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
-KY_EXPORT ky_status_t utils_check_device_id(uint8_t device_id);
+ky_status_t utils_check_device_id(uint8_t device_id);
 
 /** Checks the type of a device's node in the topology.
  *
  *  @param node_type  KY_DEV_NODE_TYPE_ALL (0) to KY_DEV_NODE_TYPE_HYBRID (5)
  *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other value
  */
-KY_EXPORT ky_status_t utils_check_device_node_type(int32_t node_type);
+ky_status_t utils_check_device_node_type(int32_t node_type);
 
 /** Checks the size of a message. It writes no exit record.
  *
@@ -143,7 +142,7 @@ KY_EXPORT ky_status_t utils_check_device_node_type(int32_t node_type);
  *  @retval KY_STATUS_MESSAGE_SIZE_ZERO           the size is 0, whatever the limit
  *  @retval KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT  the size is above the limit
  */
-KY_EXPORT ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit);
+ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit);
 
 /** @} */
 
@@ -158,28 +157,28 @@ KY_EXPORT ky_status_t utils_check_msg_size(uint32_t size, uint32_t limit);
  *  @param use_xm  any value
  *  @return        KY_STATUS_SUCCESS
  */
-KY_EXPORT ky_status_t utils_use_xm_set(uint32_t use_xm);
+ky_status_t utils_use_xm_set(uint32_t use_xm);
 
 /** Gets the use-XM flag.
  *
  *  @param[out] use_xm_p  the flag
  *  @return               KY_STATUS_SUCCESS, or KY_STATUS_PARAM_NULL if use_xm_p is null
  */
-KY_EXPORT ky_status_t utils_use_xm_get(uint32_t* use_xm_p);
+ky_status_t utils_use_xm_get(uint32_t* use_xm_p);
 
 /** Sets the boot mode, which is 0 at load. `ky_boot_mode_str` names the modes.
  *
  *  @param boot_mode  KY_BOOT_MODE_DISABLED (0) to KY_BOOT_MODE_ISSU_START (5)
  *  @return           KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger mode
  */
-KY_EXPORT ky_status_t utils_boot_mode_set(uint32_t boot_mode);
+ky_status_t utils_boot_mode_set(uint32_t boot_mode);
 
 /** Gets the boot mode. For a null pointer it logs a second message after that of the check.
  *
  *  @param[out] boot_mode_p  the mode
  *  @return                  KY_STATUS_SUCCESS, or KY_STATUS_PARAM_NULL if boot_mode_p is null
  */
-KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
+ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
 
 /** @} */
 
@@ -200,7 +199,7 @@ KY_EXPORT ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
 
 /** The lock of the byte counts. It is initialised at load, and held only while the counts change. A
  *  caller that holds it must not get or put memory. */
-KY_EXPORT extern cl_spinlock_t utils_mem_type_count_lock;
+extern cl_spinlock_t utils_mem_type_count_lock;
 
 /** Allocates a block of memory. It is not cleared, and the caller owns it until utils_memory_put.
  *  Of the failures only a null pointer is logged.
@@ -213,7 +212,7 @@ KY_EXPORT extern cl_spinlock_t utils_mem_type_count_lock;
  *  @retval KY_STATUS_PARAM_NULL           buffer_pp is null
  *  @retval KY_STATUS_NO_MEMORY            there is not enough memory
  */
-KY_EXPORT ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type);
+ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type);
 
 /** Allocates a block for an array and clears it. The caller owns it until utils_memory_put. Of the
  *  failures only a null pointer and an array that is too large are logged.
@@ -223,12 +222,11 @@ KY_EXPORT ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t
  *  @param size            size of an element in bytes
  *  @param mem_type        memory type, KY_MEM_TYPE_COS (1) to KY_MEM_TYPE_TELEMETRY (17)
  *  @retval KY_STATUS_SUCCESS              the block is allocated
- *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17, or the array is larger than
- *                                         4 GiB - 1 byte
+ *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17, or the array has 4 GiB or more
  *  @retval KY_STATUS_PARAM_NULL           buffer_pp is null
  *  @retval KY_STATUS_NO_MEMORY            there is not enough memory
  */
-KY_EXPORT ky_status_t
+ky_status_t
 utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t mem_type);
 
 /** Frees a block. A bad memory type is not logged.
@@ -238,25 +236,23 @@ utils_clr_memory_get(void** buffer_pp, uint32_t count, uint32_t size, uint32_t m
  *  @retval KY_STATUS_SUCCESS              the block is freed
  *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  mem_type is not 1 to 17
  *  @retval KY_STATUS_PARAM_NULL           buffer_p is null
- *  @retval KY_STATUS_MEMORY_ERROR         mem_type holds less than the size of the block, which
- *                                         is not freed
+ *  @retval KY_STATUS_MEMORY_ERROR         mem_type holds fewer bytes; the block is not freed
  */
-KY_EXPORT ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type);
+ky_status_t utils_memory_put(void* buffer_p, uint32_t mem_type);
 
 /** Logs the number of bytes that a memory type holds, at debug level. No function returns it.
  *
  *  @param mem_type  memory type, or KY_MEM_TYPE_ALL for each of them
- *  @return          KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger type, which is
- *                   not logged
+ *  @return          KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for a larger type
  */
-KY_EXPORT ky_status_t utils_memory_print_summary(uint32_t mem_type);
+ky_status_t utils_memory_print_summary(uint32_t mem_type);
 
 /** Prints a table of the number of bytes that each memory type holds.
  *
  *  @param stream  stream for the table printer of the logging library
  *  @return        KY_STATUS_SUCCESS
  */
-KY_EXPORT ky_status_t utils_memory_dbg_dump(FILE* stream);
+ky_status_t utils_memory_dbg_dump(FILE* stream);
 
 /** @} */
 
@@ -319,7 +315,7 @@ typedef cl_pool_item_t* (*utils_record_to_pool_item_t)(void* record);
  *  @return             KY_STATUS_SUCCESS, or KY_STATUS_NO_MEMORY, with a message, if memory is
  *                      short or a count or the size is out of range
  */
-KY_EXPORT ky_status_t utils_qpool_init(
+ky_status_t utils_qpool_init(
     cl_qpool_t* pool_p, uint32_t min_count, uint32_t max_count, uint32_t grow_count,
     uint32_t object_size, const char* db_name);
 
@@ -329,7 +325,7 @@ KY_EXPORT ky_status_t utils_qpool_init(
  *
  *  @param map_p  the map; unchanged on failure
  */
-KY_EXPORT ky_status_t utils_qpool_qmap_init(
+ky_status_t utils_qpool_qmap_init(
     cl_qpool_t* pool_p, cl_qmap_t* map_p, uint32_t min_count, uint32_t max_count,
     uint32_t grow_count, uint32_t object_size, const char* db_name);
 
@@ -340,7 +336,7 @@ KY_EXPORT ky_status_t utils_qpool_qmap_init(
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_NO_RESOURCES if no object is free and the
  *                       pool cannot grow
  */
-KY_EXPORT ky_status_t utils_qpool_get(cl_pool_item_t** item_pp, cl_qpool_t* pool_p);
+ky_status_t utils_qpool_get(cl_pool_item_t** item_pp, cl_qpool_t* pool_p);
 
 /** Checks that a key is in a map.
  *
@@ -349,8 +345,7 @@ KY_EXPORT ky_status_t utils_qpool_get(cl_pool_item_t** item_pp, cl_qpool_t* pool
  *  @param[out] item_pp  the item, or cl_qmap_end if the key is not in the map; may be null
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
-KY_EXPORT ky_status_t
-utils_qmap_key_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
+ky_status_t utils_qmap_key_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
 
 /** Checks that a key is not in a map.
  *
@@ -359,7 +354,7 @@ utils_qmap_key_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item
  *  @param[out] item_pp  the item, or cl_qmap_end if the key is not in the map; may be null
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_ALREADY_EXISTS
  */
-KY_EXPORT ky_status_t
+ky_status_t
 utils_qmap_key_not_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
 
 /** Checks that a map is empty.
@@ -367,7 +362,7 @@ utils_qmap_key_not_exists(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** 
  *  @param map_p  the map
  *  @return       KY_STATUS_SUCCESS, or KY_STATUS_DB_NOT_EMPTY
  */
-KY_EXPORT ky_status_t utils_qmap_is_empty(const cl_qmap_t* map_p);
+ky_status_t utils_qmap_is_empty(const cl_qmap_t* map_p);
 
 /** Finds the item of a key.
  *
@@ -376,7 +371,7 @@ KY_EXPORT ky_status_t utils_qmap_is_empty(const cl_qmap_t* map_p);
  *  @param[out] item_pp  the item, or cl_qmap_end if the key is not in the map
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
-KY_EXPORT ky_status_t utils_qmap_get(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
+ky_status_t utils_qmap_get(const cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
 
 /** Removes the item of a key from a map.
  *
@@ -385,7 +380,7 @@ KY_EXPORT ky_status_t utils_qmap_get(const cl_qmap_t* map_p, uint64_t key, cl_ma
  *  @param[out] item_pp  the item, or cl_qmap_end if the key is not in the map
  *  @return              KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
-KY_EXPORT ky_status_t utils_qmap_remove(cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
+ky_status_t utils_qmap_remove(cl_qmap_t* map_p, uint64_t key, cl_map_item_t** item_pp);
 
 /** Finds the record of a key.
  *
@@ -395,7 +390,7 @@ KY_EXPORT ky_status_t utils_qmap_remove(cl_qmap_t* map_p, uint64_t key, cl_map_i
  *  @param[out] record_pp  the record, if record_of_item is not null; may be null
  *  @return                KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
-KY_EXPORT ky_status_t utils_db_qmap_item_get(
+ky_status_t utils_db_qmap_item_get(
     uint64_t key, const cl_qmap_t* map_p, utils_map_item_to_record_t record_of_item,
     void** record_pp);
 
@@ -406,7 +401,7 @@ KY_EXPORT ky_status_t utils_db_qmap_item_get(
  *  @param item_p  the item
  *  @return        KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_ALREADY_EXISTS
  */
-KY_EXPORT ky_status_t utils_db_qmap_item_ins(uint64_t key, cl_qmap_t* map_p, cl_map_item_t* item_p);
+ky_status_t utils_db_qmap_item_ins(uint64_t key, cl_qmap_t* map_p, cl_map_item_t* item_p);
 
 /** Takes a record from a pool and inserts it into a map. The record is not cleared: except for its
  *  items it holds what its last user left there, or what was in the memory.
@@ -423,7 +418,7 @@ KY_EXPORT ky_status_t utils_db_qmap_item_ins(uint64_t key, cl_qmap_t* map_p, cl_
  *  @retval KY_STATUS_ENTRY_ALREADY_EXISTS  the key is in the map
  *  @retval KY_STATUS_NO_RESOURCES          no record is free and the pool cannot grow
  */
-KY_EXPORT ky_status_t utils_db_qmap_item_add(
+ky_status_t utils_db_qmap_item_add(
     uint64_t key, cl_qmap_t* map_p, cl_qpool_t* pool_p, utils_map_item_to_record_t record_of_item,
     utils_pool_item_to_record_t record_of_pool_item, utils_record_to_map_item_t item_of_record,
     void** record_pp);
@@ -441,7 +436,7 @@ KY_EXPORT ky_status_t utils_db_qmap_item_add(
  *                              cl_qpool_put
  *  @return                     KY_STATUS_SUCCESS, or KY_STATUS_ENTRY_NOT_FOUND
  */
-KY_EXPORT ky_status_t utils_db_qmap_item_del(
+ky_status_t utils_db_qmap_item_del(
     uint64_t key, cl_qmap_t* map_p, cl_qpool_t* pool_p, utils_map_item_to_record_t record_of_item,
     utils_record_to_pool_item_t pool_item_of_record, void** record_pp);
 
@@ -454,7 +449,7 @@ KY_EXPORT ky_status_t utils_db_qmap_item_del(
  *  @param pool_item_of_record  converts a record to its pool item
  *  @return                     KY_STATUS_SUCCESS
  */
-KY_EXPORT ky_status_t utils_db_qmap_del(
+ky_status_t utils_db_qmap_del(
     cl_qmap_t* map_p, cl_qpool_t* pool_p, utils_map_item_to_record_t record_of_item,
     utils_record_to_pool_item_t pool_item_of_record);
 

@@ -18,7 +18,6 @@ constinit uint32_t utils_verbosity_level = KY_LOG_LEVEL_DEFAULT;
 constinit uint32_t utils_use_xm = 0;
 constinit uint32_t utils_boot_mode = 0;
 
-constexpr uint32_t BOOT_MODE_MAX = KY_BOOT_MODE_ISSU_START;
 constexpr uint32_t MEM_TYPE_MIN = KY_MEM_TYPE_COS;
 constexpr uint32_t MEM_TYPE_MAX = KY_MEM_TYPE_TELEMETRY;
 
@@ -281,11 +280,11 @@ ky_status_t utils_use_xm_get(uint32_t* use_xm_p)
 ky_status_t utils_boot_mode_set(uint32_t boot_mode)
 {
     KY_TRACE_FUNCTION();
-    if (boot_mode > BOOT_MODE_MAX) {
+    if (boot_mode > KY_BOOT_MODE_ISSU_START) {
         return KY_FAIL(
             KY_STATUS_PARAM_EXCEEDS_RANGE,
             "Failed to set issu mode, parameter boot_mode (%u) is exceed range. Max value (%u)\n",
-            boot_mode, BOOT_MODE_MAX);
+            boot_mode, KY_BOOT_MODE_ISSU_START);
     }
     KY_STORE(utils_boot_mode, boot_mode);
     return KY_STATUS_SUCCESS;
