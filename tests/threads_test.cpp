@@ -14,21 +14,25 @@ namespace {
 
 constexpr uint32_t ROUNDS = 1000;
 
-struct ThreadsTest : ContractTest {};
+const Module module = {"UTILS", "utils.cpp", Traces::none};
+
+struct ThreadsTest : ContractTest {
+    ThreadsTest() : ContractTest(module) {}
+};
 
 void change_what_all_read(uint32_t level)
 {
     KY_STORE(g_ky_log_module_func_enable, level & 1);
-    EXPECT_EQ(utils_log_verbosity_level_set(level), GOOD);
-    EXPECT_EQ(ky_router_utils_log_verbosity_set(level), GOOD);
-    EXPECT_EQ(port_type_validate_log_verbosity_level_set(level), GOOD);
-    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level), GOOD);
-    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &level), GOOD);
+    EXPECT_EQ(utils_log_verbosity_level_set(level), KY_STATUS_SUCCESS);
+    EXPECT_EQ(ky_router_utils_log_verbosity_set(level), KY_STATUS_SUCCESS);
+    EXPECT_EQ(port_type_validate_log_verbosity_level_set(level), KY_STATUS_SUCCESS);
+    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &level), KY_STATUS_SUCCESS);
+    EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &level), KY_STATUS_SUCCESS);
     EXPECT_LE(level, 8U);
-    EXPECT_EQ(utils_use_xm_set(level), GOOD);
-    EXPECT_EQ(utils_use_xm_get(&level), GOOD);
-    EXPECT_EQ(utils_boot_mode_set(level % 6), GOOD);
-    EXPECT_EQ(utils_boot_mode_get(&level), GOOD);
+    EXPECT_EQ(utils_use_xm_set(level), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_use_xm_get(&level), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_boot_mode_set(level % 6), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_boot_mode_get(&level), KY_STATUS_SUCCESS);
     EXPECT_LT(level, 6U);
 }
 
@@ -37,26 +41,26 @@ void take_and_give_back(uint32_t size)
     void* block = nullptr;
     void* array = nullptr;
     const uint32_t type = 1 + size % KY_MEM_TYPE_TELEMETRY;
-    EXPECT_EQ(utils_memory_get(&block, size, type), GOOD);
-    EXPECT_EQ(utils_clr_memory_get(&array, size, 3, type), GOOD);
-    EXPECT_EQ(utils_memory_print_summary(KY_MEM_TYPE_ALL), GOOD);
-    EXPECT_EQ(utils_memory_dbg_dump(nullptr), GOOD);
-    EXPECT_EQ(utils_memory_put(array, type), GOOD);
-    EXPECT_EQ(utils_memory_put(block, type), GOOD);
+    EXPECT_EQ(utils_memory_get(&block, size, type), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_clr_memory_get(&array, size, 3, type), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_memory_print_summary(KY_MEM_TYPE_ALL), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_memory_dbg_dump(nullptr), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_memory_put(array, type), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_memory_put(block, type), KY_STATUS_SUCCESS);
 }
 
 void check_and_name(uint32_t value)
 {
     utils_ky_log_enter(__func__);
-    EXPECT_EQ(utils_check_pointer(&value, "value"), GOOD);
-    EXPECT_EQ(utils_check_array_length(0, "array"), RANGE);
-    EXPECT_EQ(utils_check_swid(static_cast<uint8_t>(value % 8)), GOOD);
+    EXPECT_EQ(utils_check_pointer(&value, "value"), KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_check_array_length(0, "array"), KY_STATUS_PARAM_EXCEEDS_RANGE);
+    EXPECT_EQ(utils_check_swid(static_cast<uint8_t>(value % 8)), KY_STATUS_SUCCESS);
     EXPECT_EQ(utils_check_msg_size(0, value), KY_STATUS_MESSAGE_SIZE_ZERO);
     EXPECT_STREQ(ky_status_str(KY_STATUS_TIMEOUT), "TIMEOUT");
     EXPECT_STREQ(ky_host_ifc_trap_id_str(value + 628), "Unknown");
     EXPECT_EQ(is_port_type_valid(KY_PORT_ROW_VLAN_PORTS_SET, 0x10000000 + value), 1U);
     EXPECT_EQ(is_port_type_valid(KY_PORT_ROW_VLAN_PORTS_SET, 0x40000000 + value), 0U);
-    EXPECT_EQ(utils_ky_log_exit(BAD, __func__), BAD);
+    EXPECT_EQ(utils_ky_log_exit(KY_STATUS_PARAM_ERROR, __func__), KY_STATUS_PARAM_ERROR);
 }
 
 TEST_F(ThreadsTest, ConcurrentCallsAreSafe)
@@ -73,7 +77,9 @@ TEST_F(ThreadsTest, ConcurrentCallsAreSafe)
             }
             take_and_give_back(i);
             check_and_name(i);
-            for (const auto& [key, status] : {std::pair(&good, GOOD), std::pair(&bad, RANGE)}) {
+            for (const auto& [key, status] :
+                 {std::pair(&good, KY_STATUS_SUCCESS),
+                  std::pair(&bad, KY_STATUS_PARAM_EXCEEDS_RANGE)}) {
                 EXPECT_EQ(
                     ky_router_utils_validate_mc_route_get(
                         KY_ACCESS_CMD_GET, 0, key, nullptr, nullptr, &count),

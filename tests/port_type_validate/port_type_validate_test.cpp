@@ -8,7 +8,12 @@
 
 namespace {
 
-class PortTypeTest : public ContractTest {};
+const Module module = {"PORT_TYPE_VALIDATE", "port_type_validate.cpp", Traces::both};
+
+class PortTypeTest : public ContractTest {
+  protected:
+    PortTypeTest() : ContractTest(module) {}
+};
 
 constexpr uint32_t ROW = KY_PORT_ROW_COS_PORT_DEFAULT_PRIO_SET;
 constexpr uint32_t LAST = PORT_TYPE_VALIDATION_ROWS - 2;
@@ -44,24 +49,24 @@ TEST_F(PortTypeTest, EveryRowJudgesEveryTypeByItsMask)
                                        : type == 0 ? " " + named + " is unsupported"
                                                    : "(" + named + ") is unsupported";
             const std::string refused =
-                text("Port 0x%08X invalid (Port type%s)\n", port, reason.c_str());
+                formatted("Port 0x%08X invalid (Port type%s)\n", port, reason.c_str());
             expect(
                 {CALL(is_port_type_valid(row, port)), .status = accepted ? 1U : 0U,
-                 .says = accepted ? Said{} : error(refused)});
+                 .log = accepted ? Log{} : error(refused)});
         }
     }
 }
 
 TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
 {
-    for (const uint32_t row : edges(1, LAST)) {
+    for (const uint32_t row : boundary_values(1, LAST)) {
         const bool is_row = row >= 1 && row <= LAST;
         const std::string id = std::to_string(std::bit_cast<int32_t>(row));
         const std::string text =
             "enum_id invalid (Enum id " + id + " is not included in port validation dictionary)\n";
         expect(
             {CALL(is_port_type_valid(row, is_row ? 5 : 0x50000005)), .status = is_row ? 1U : 0U,
-             .says = is_row ? Said{} : error(text)});
+             .log = is_row ? Log{} : error(text)});
     }
     // The table is read at each call, and its names never.
     auto& row = port_type_validation_table[ROW];
@@ -69,7 +74,7 @@ TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
     row = {nullptr, KY_PORT_TYPE_BIT_VPORT};
     expect({
         {CALL(is_port_type_valid(ROW, 5)), .status = 0,
-         .says = error("Port 0x00000005 invalid (Port type Network is unsupported)\n")},
+         .log = error("Port 0x00000005 invalid (Port type Network is unsupported)\n")},
         {CALL(is_port_type_valid(ROW, 0x20000005)), .status = 1},
         {CALL(port_type_validate_log_verbosity_level_set(verbosity))},
     });
@@ -77,7 +82,7 @@ TEST_F(PortTypeTest, OnlyTheRowsBetweenTheSentinelsAreAsked)
     set_verbosity_and_flag(KY_LOG_LEVEL_MAX, 1);
     at_record = [&] { row.allowed_port_types = KY_PORT_TYPE_BIT_NETWORK; };
     EXPECT_EQ(is_port_type_valid(ROW, 5), 1U);
-    EXPECT_EQ(take_said().size(), 2U);
+    EXPECT_EQ(take_log().size(), 2U);
     at_record = nullptr;
     row = saved;
 }

@@ -141,7 +141,7 @@ const Validator rpf_group_get = VALIDATOR(mc_rpf_group_get,
 struct Case {
     Commands reached_by;
     std::function<void(Request&)> change;
-    ky_status_t status = GOOD;
+    ky_status_t status = KY_STATUS_SUCCESS;
     std::string message = {};
     std::string function = {}; // named by the message; empty for the validator
 };
@@ -171,12 +171,12 @@ Cases range(
 {
     Cases cases;
     Request request;
-    for (const uint32_t edge : edges(field.min, field.max)) {
+    for (const uint32_t edge : boundary_values(field.min, field.max)) {
         const uint32_t value = field.set(request, edge);
         cases.push_back({field.reached_by, WITH(field.set(r, edge))});
         if (value < field.min || value > field.max) {
             cases.back().status = status;
-            cases.back().message = filled(message, value);
+            cases.back().message = with_value(message, value);
             cases.back().function = function;
         }
     }
@@ -186,14 +186,14 @@ Cases range(
 /* For fields whose values within the range are invalid for another reason. */
 Cases outside(Cases cases)
 {
-    std::erase_if(cases, [](const Case& each) { return each.status == GOOD; });
+    std::erase_if(cases, [](const Case& each) { return each.status == KY_STATUS_SUCCESS; });
     return cases;
 }
 
 Cases inside(const Field& field)
 {
-    Cases cases = range(field, BAD, "");
-    std::erase_if(cases, [](const Case& each) { return each.status != GOOD; });
+    Cases cases = range(field, KY_STATUS_PARAM_ERROR, "");
+    std::erase_if(cases, [](const Case& each) { return each.status != KY_STATUS_SUCCESS; });
     return cases;
 }
 
@@ -209,16 +209,16 @@ Cases key_cases(const Commands& versions, const Commands& ranges)
     };
     const auto unequal = [&](uint32_t source, uint32_t group, const std::string& message) -> Case {
         const auto bad = [](uint32_t version) { return ipv6({1, 0, 0, 0}, {0, 0, 0, 0}, version); };
-        return {versions, WITH(r.key = {bad(source), bad(group)}), BAD, message, in_versions};
+        return {versions, WITH(r.key = {bad(source), bad(group)}), KY_STATUS_PARAM_ERROR, message, in_versions};
     };
     const auto judged = [&](const ky_ip_prefix_t& source, const ky_ip_prefix_t& group,
-                            ky_status_t status = GOOD, const std::string& message = {}) -> Case {
+                            ky_status_t status = KY_STATUS_SUCCESS, const std::string& message = {}) -> Case {
         return {ranges, WITH(r.key = {source, group}), status, message, in_ranges};
     };
     return
-        outside(range({versions, FIELD(key.mc_group_addr.version), 0, 3}, RANGE,
+        outside(range({versions, FIELD(key.mc_group_addr.version), 0, 3}, KY_STATUS_PARAM_EXCEEDS_RANGE,
                       "Given MC IP version {d} is invalid\n", in_versions)) +
-        outside(range({versions, FIELD(key.source_addr.version), 0, 3}, RANGE,
+        outside(range({versions, FIELD(key.source_addr.version), 0, 3}, KY_STATUS_PARAM_EXCEEDS_RANGE,
                       "Given source IP version {d} is invalid\n", in_versions)) +
         inside({versions, all_zero, 0, 3}) +
         Cases{
@@ -226,24 +226,24 @@ Cases key_cases(const Commands& versions, const Commands& ranges)
             unequal(1, 2, "Source IP version IPv4 and MC IP version IPv6 are not equal\n"),
             unequal(0, 3, "Source IP version None and MC IP version IPv4&IPv6 are not equal\n"),
             unequal(3, 1, "Source IP version IPv4&IPv6 and MC IP version IPv4 are not equal\n"),
-            judged(ipv4(1, 0), ipv4(0xC0A80101, ~0U), RANGE, "Given MC mask "
+            judged(ipv4(1, 0), ipv4(0xC0A80101, ~0U), KY_STATUS_PARAM_EXCEEDS_RANGE, "Given MC mask "
                    "192.168.1.1/255.255.255.255 is not in the valid MC address range\n"),
-            judged(source6, ipv6({0xFE0E0000, 1, 2, 3}, {~0U, ~0U, ~0U, 0}), RANGE, "Given MC mask "
+            judged(source6, ipv6({0xFE0E0000, 1, 2, 3}, {~0U, ~0U, ~0U, 0}), KY_STATUS_PARAM_EXCEEDS_RANGE, "Given MC mask "
                    "fe0e::1:0:2:0:3/ffff:ffff:ffff:ffff:ffff:ffff:: is not in the valid MC address "
                    "range\n"),
-            judged(ipv4(0x0A010101, 0xFFFFFF00), ipv4(~0U, ~0U), BAD, "Given source address prefix "
+            judged(ipv4(0x0A010101, 0xFFFFFF00), ipv4(~0U, ~0U), KY_STATUS_PARAM_ERROR, "Given source address prefix "
                    "10.1.1.1/255.255.255.0 is not a valid IPv4 or IPv6 prefix\n"),
-            judged(ipv6({0, 0, 0, 0}, {~0U, 0, 1, 0}), group6, BAD, "Given source address prefix "
+            judged(ipv6({0, 0, 0, 0}, {~0U, 0, 1, 0}), group6, KY_STATUS_PARAM_ERROR, "Given source address prefix "
                    "::/ffff:ffff::1:0:0 is not a valid IPv4 or IPv6 prefix\n"),
-            judged(source4, ipv4(0xE0000000, 0xE0000000), BAD,
+            judged(source4, ipv4(0xE0000000, 0xE0000000), KY_STATUS_PARAM_ERROR,
                    "Given MC mask 224.0.0.0/224.0.0.0 is not a valid mask\n"),
-            judged(source4, ipv4(~0U, 0), BAD,
+            judged(source4, ipv4(~0U, 0), KY_STATUS_PARAM_ERROR,
                    "Given MC mask 255.255.255.255/0.0.0.0 is not a valid mask\n"),
-            judged(source6, ipv6({0xFF0E0000, 0, 0, 1}, {0xFF000000, 0, 0, 0}), BAD,
+            judged(source6, ipv6({0xFF0E0000, 0, 0, 1}, {0xFF000000, 0, 0, 0}), KY_STATUS_PARAM_ERROR,
                    "Given MC mask ff0e::1/ff00:: is not a valid mask\n"),
-            judged(zero(3), ipv6({0xFF000000, 0, 0, 0}, {0, 0, 0, 0}, 3), BAD,
+            judged(zero(3), ipv6({0xFF000000, 0, 0, 0}, {0, 0, 0, 0}, 3), KY_STATUS_PARAM_ERROR,
                    "Given MC mask Invalid IP version/Invalid IP version is not a valid mask\n"),
-            judged(zero(0), ipv6({0xE0000000, ~0U, 0, 0}, {0, 0, 0, 0}, 0), RANGE, "Given MC mask "
+            judged(zero(0), ipv6({0xE0000000, ~0U, 0, 0}, {0, 0, 0, 0}, 0), KY_STATUS_PARAM_EXCEEDS_RANGE, "Given MC mask "
                    "Invalid IP version/Invalid IP version is not in the valid MC address range\n"),
             judged(source6, group6), judged(source6, zero(2)), judged(source4, ipv4(0, 0)),
         };
@@ -251,13 +251,14 @@ Cases key_cases(const Commands& versions, const Commands& ranges)
 
 const Cases key = key_cases(all, all);
 
-TEST_F(ContractTest, Verbosity)
-{
-    expect({CALL(ky_router_utils_log_verbosity_set(verbosity))});
-}
+const Module module = {
+    "KY_API_ROUTER", "ky_router_utils_validate.cpp", Traces::both,
+    {{"ky_router_utils_log_verbosity_set", Traces::none}}};
 
 class RouterValidateTest : public ContractTest {
   protected:
+    RouterValidateTest() : ContractTest(module) {}
+
     /* Returns the library's status, and checks that the request is unchanged. */
     static uint32_t answer(const Validator& validator, const Request& request)
     {
@@ -268,15 +269,15 @@ class RouterValidateTest : public ContractTest {
     }
     void expect_case(const Validator& validator, const Case& wanted, const Request& request)
     {
-        const bool is_reached = wanted.status != GOOD && wanted.reached_by(request.cmd);
-        std::string message = filled(wanted.message, request.cmd);
+        const bool is_reached = wanted.status != KY_STATUS_SUCCESS && wanted.reached_by(request.cmd);
+        std::string message = with_value(wanted.message, request.cmd);
         if (const size_t name = message.find("{name}"); name != std::string::npos) {
             message.replace(name, 6, ky_access_cmd_str(request.cmd));
         }
         expect({.label = validator.function + "(" + ky_access_cmd_str(request.cmd) + ") " + message,
                 .call = [&] { return answer(validator, request); },
-                .status = is_reached ? wanted.status : GOOD,
-                .says = is_reached ? error(message, wanted.function) : Said{}});
+                .status = is_reached ? wanted.status : KY_STATUS_SUCCESS,
+                .log = is_reached ? error(message, wanted.function) : Log{}});
     }
     void expect_cases(const Validator& validator, const Cases& cases)
     {
@@ -306,6 +307,11 @@ class RouterValidateTest : public ContractTest {
     }
 };
 
+TEST_F(RouterValidateTest, Verbosity)
+{
+    expect({CALL(ky_router_utils_log_verbosity_set(verbosity))});
+}
+
 TEST_F(RouterValidateTest, RouteSet)
 {
     const auto attr = [](auto set, uint32_t min, uint32_t max) -> Field {
@@ -332,32 +338,32 @@ TEST_F(RouterValidateTest, RouteSet)
     const ky_ip_prefix_t hole = ipv4(0xEF010001, 0xFFFF00FF);
     expect_cases(route_set,
         Cases{
-            {all_but({DELETE_ALL}), WITH(r.has_key = 0), NIL,
+            {all_but({DELETE_ALL}), WITH(r.has_key = 0), KY_STATUS_PARAM_NULL,
              "Given mc_route_key_p is NULL and CMD is {d} \n"},
         } +
         key_cases(all, all_but({DELETE_ALL})) +
-        outside(range(attr(FIELD(attr.rpf_action), 0, 5), BAD,
+        outside(range(attr(FIELD(attr.rpf_action), 0, 5), KY_STATUS_PARAM_ERROR,
                       "Given RPF action {d} is invalid\n")) +
         inside(attr(FIELD(attr.rpf_action), 0, 3)) +
-        range(attr(rpf_group_of(4), 0, 511), BAD, bad_group) +
-        range(attr(rpf_group_of(5), 0, 511), BAD, bad_group) +
-        range(attr(FIELD(attr.prio_type), 1, 2), BAD, "Invalid priority type {d} given\n") +
+        range(attr(rpf_group_of(4), 0, 511), KY_STATUS_PARAM_ERROR, bad_group) +
+        range(attr(rpf_group_of(5), 0, 511), KY_STATUS_PARAM_ERROR, bad_group) +
+        range(attr(FIELD(attr.prio_type), 1, 2), KY_STATUS_PARAM_ERROR, "Invalid priority type {d} given\n") +
         Cases{
-            {add_or_edit, WITH(r.key = {source4, hole}), BAD,
+            {add_or_edit, WITH(r.key = {source4, hole}), KY_STATUS_PARAM_ERROR,
              "Invalid MC group mask 239.1.0.1/255.255.0.255 given for priority type LPM\n"},
-            {add_or_edit, WITH(r.key = {source6, ipv6({~0U, 0, 0, 0}, {~0U, 0, 0, 1})}), BAD,
+            {add_or_edit, WITH(r.key = {source6, ipv6({~0U, 0, 0, 0}, {~0U, 0, 0, 1})}), KY_STATUS_PARAM_ERROR,
              "Invalid MC group mask ffff:ffff::/ffff:ffff::1 given for priority type LPM\n"},
         } +
-        range(attr(FIELD(attr.ttl_cmd), 1, 2), BAD, "Invalid TTL command {d} given\n") +
-        range(attr(mask, 0, 0xFFF), RANGE,
+        range(attr(FIELD(attr.ttl_cmd), 1, 2), KY_STATUS_PARAM_ERROR, "Invalid TTL command {d} given\n") +
+        range(attr(mask, 0, 0xFFF), KY_STATUS_PARAM_EXCEEDS_RANGE,
                 "User token mask[0x{x}] is invalid, Max Mask value : 0xfff\n") +
-        range(attr(token, 0, 0xFFF), RANGE,
+        range(attr(token, 0, 0xFFF), KY_STATUS_PARAM_EXCEEDS_RANGE,
                 "User token value[0x{x}] is invalid, Max value : 0xfff\n") +
-        range(attr(FIELD(data.action), 0, 4), BAD, "Invalid router action {d} given\n") +
+        range(attr(FIELD(data.action), 0, 4), KY_STATUS_PARAM_ERROR, "Invalid router action {d} given\n") +
         Cases{
-            {add_or_edit, WITH(r.data = {0, ~1U, ~0U}), BAD, "Egress container ID 4294967295 and "
+            {add_or_edit, WITH(r.data = {0, ~1U, ~0U}), KY_STATUS_PARAM_ERROR, "Egress container ID 4294967295 and "
              "egress RIF count 4294967294 can't both be specified\n"},
-            {add_or_edit, WITH(r.data = {0, 0x100, 0x10000}), BAD, "Egress container ID 65536 and "
+            {add_or_edit, WITH(r.data = {0, 0x100, 0x10000}), KY_STATUS_PARAM_ERROR, "Egress container ID 65536 and "
              "egress RIF count 256 can't both be specified\n"},
             {all, WITH(r.data = {0, 0, 7})},
             {all, WITH(r.key.mc_group_addr = hole; r.attr.prio_type = 1)},
@@ -380,38 +386,38 @@ TEST_F(RouterValidateTest, RouteGet)
     };
     expect_cases(route_get,
         Cases{
-            {all_but({KY_ACCESS_CMD_COUNT}), WITH(r.count = 0), BAD,
+            {all_but({KY_ACCESS_CMD_COUNT}), WITH(r.count = 0), KY_STATUS_PARAM_ERROR,
              "Entries count must be larger than 0 for command {name}\n"},
         } +
         key_cases(only({GET}), only({GET})) +
-        outside(range({only({GET_FIRST, GET_NEXT}), FIELD(count), 0, 128}, RANGE,
+        outside(range({only({GET_FIRST, GET_NEXT}), FIELD(count), 0, 128}, KY_STATUS_PARAM_EXCEEDS_RANGE,
                       "Given entries count {u} is larger than max allowed 128\n")) +
         inside({all, FIELD(count), 1, 128}) +
         Cases{
-            {only({GET_FIRST, GET_NEXT}), WITH(r.count = 129; r.has_filter = 0), RANGE,
+            {only({GET_FIRST, GET_NEXT}), WITH(r.count = 129; r.has_filter = 0), KY_STATUS_PARAM_EXCEEDS_RANGE,
              "Given entries count 129 is larger than max allowed 128\n"},
         } +
-        outside(range({filters, version(&ky_mc_route_get_filter_t::source_addr), 0, 3}, BAD,
+        outside(range({filters, version(&ky_mc_route_get_filter_t::source_addr), 0, 3}, KY_STATUS_PARAM_ERROR,
                       "Given filter source IP version {d} is invalid\n")) +
         Cases{
-            {filters, WITH(r.filter.source_addr = ipv6({0, 0, 0, 1}, {~0U, ~0U, ~0U, ~1U})), BAD,
+            {filters, WITH(r.filter.source_addr = ipv6({0, 0, 0, 1}, {~0U, ~0U, ~0U, ~1U})), KY_STATUS_PARAM_ERROR,
              "Given filter source address prefix ::1/ffff:ffff:ffff:ffff:ffff:ffff:ffff:fffe is "
              "not a valid IPv4 or IPv6 prefix\n"},
         } +
-        outside(range({filters, version(&ky_mc_route_get_filter_t::mc_group_addr), 0, 3}, BAD,
+        outside(range({filters, version(&ky_mc_route_get_filter_t::mc_group_addr), 0, 3}, KY_STATUS_PARAM_ERROR,
                       "Given filter MC IP version {d} is invalid\n")) +
         Cases{
-            {filters, WITH(r.filter.mc_group_addr = ipv4(0xC0A80101, ~0U)), RANGE,
+            {filters, WITH(r.filter.mc_group_addr = ipv4(0xC0A80101, ~0U)), KY_STATUS_PARAM_EXCEEDS_RANGE,
              "Given filter MC address 192.168.1.1 is not in the valid MC address range\n"},
-            {filters, WITH(r.filter.mc_group_addr = ipv4(0, 0)), RANGE,
+            {filters, WITH(r.filter.mc_group_addr = ipv4(0, 0)), KY_STATUS_PARAM_EXCEEDS_RANGE,
              "Given filter MC address 0.0.0.0 is not in the valid MC address range\n"},
-            {filters, WITH(r.filter.mc_group_addr = zero(2)), RANGE,
+            {filters, WITH(r.filter.mc_group_addr = zero(2)), KY_STATUS_PARAM_EXCEEDS_RANGE,
              "Given filter MC address :: is not in the valid MC address range\n"},
-            {filters, WITH(r.filter.mc_group_addr = ipv4(~0U, ~0U)), BAD,
+            {filters, WITH(r.filter.mc_group_addr = ipv4(~0U, ~0U)), KY_STATUS_PARAM_ERROR,
              "Given filter MC mask 255.255.255.255/255.255.255.255 is not a valid mask\n"},
             {filters, WITH(r.filter.mc_group_addr = group6; r.filter.mc_group_addr.version = 3),
-             BAD, "Given filter MC mask Invalid IP version/Invalid IP version is not a valid mask\n"},
-            {filters, WITH(r.filter.ingress_rif_incl_rpf_groups_valid = 1), BAD, "Filter by "
+             KY_STATUS_PARAM_ERROR, "Given filter MC mask Invalid IP version/Invalid IP version is not a valid mask\n"},
+            {filters, WITH(r.filter.ingress_rif_incl_rpf_groups_valid = 1), KY_STATUS_PARAM_ERROR, "Filter by "
              "ingress RIF and filter by ingress RIF including RPF groups can't both be valid\n"},
             {all, WITH(r.has_filter = 0)},
             {all, WITH(r.filter = {2, zero(9), 0x100, zero(9), 2, 1})},
@@ -428,12 +434,12 @@ TEST_F(RouterValidateTest, CallsAboutOneRoute)
         expect_cases(validator, key);
     }
     expect_cases(egress_rif_set, key + Cases{
-        {only({ADD, DELETE}), WITH(r.count = 0), BAD,
+        {only({ADD, DELETE}), WITH(r.count = 0), KY_STATUS_PARAM_ERROR,
          "Egress RIF count cannot be 0 when command is {name}\n"},
         {all, WITH(r.count = 0x80000000)},
     });
     expect_cases(counter_set, key + Cases{
-        {only({KY_ACCESS_CMD_BIND}), WITH(r.id = 0), BAD,
+        {only({KY_ACCESS_CMD_BIND}), WITH(r.id = 0), KY_STATUS_PARAM_ERROR,
          "Counter_id must be valid when binding\n"},
         {all, WITH(r.id = 0x80000000)},
     });
@@ -447,24 +453,24 @@ TEST_F(RouterValidateTest, RpfGroups)
                             {0x80000000U, 2U}, {~0U, 3U}}) {
         const unsigned type = bad.first, at = bad.second;
         const std::string name = ky_router_vinterface_type_str(type);
-        bad_types.push_back({all, WITH(r.vifs[at].type = type; r.vifs[3].type = type), BAD,
+        bad_types.push_back({all, WITH(r.vifs[at].type = type; r.vifs[3].type = type), KY_STATUS_PARAM_ERROR,
             "Invalid VIF type " + name + " given for VIF index " + std::to_string(at) + "\n",
             "__validate_vif_types"});
     }
     expect_cases(rpf_group_set,
-        range({has_id, FIELD(id), 0, 511}, BAD, bad_id) +
-        Cases{{only({CREATE, SET}), WITH(r.vif_count = 0), BAD,
+        range({has_id, FIELD(id), 0, 511}, KY_STATUS_PARAM_ERROR, bad_id) +
+        Cases{{only({CREATE, SET}), WITH(r.vif_count = 0), KY_STATUS_PARAM_ERROR,
                "RPF RIF count 0 isn't allowed for CREATE/SET\n"}} +
         bad_types +
         Cases{{all, WITH(r.vif_count = 2; r.vifs[2].type = 4)}});
     expect_cases(rpf_group_get,
-        range({gets_id, FIELD(id), 0, 511}, BAD, bad_id));
+        range({gets_id, FIELD(id), 0, 511}, KY_STATUS_PARAM_ERROR, bad_id));
 
     std::vector<ky_router_vinterface_t> many(70000, {3, 0});
     many.push_back({4, 0});
     expect({CALL(ky_router_utils_validate_mc_rpf_group_set(CREATE, nullptr, many.data(), ~0U)),
-            .status = BAD,
-            .says = error("Invalid VIF type VXLAN given for VIF index 70000\n",
+            .status = KY_STATUS_PARAM_ERROR,
+            .log = error("Invalid VIF type VXLAN given for VIF index 70000\n",
                           "__validate_vif_types")});
 }
 // clang-format on
@@ -494,7 +500,7 @@ TEST_F(RouterValidateTest, EveryBitOfAKeyCounts)
         const uint32_t width = is_ipv4 ? 32 : 128;
         const uint32_t range_width = is_ipv4 ? 4 : 8;
         const Bits range = is_ipv4 ? Bits(0b0111) : first(8);
-        const ky_status_t valid = is_ipv4 || version == KY_IP_VERSION_IPV6 ? GOOD : BAD;
+        const ky_status_t valid = is_ipv4 || version == KY_IP_VERSION_IPV6 ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_ERROR;
         const ky_ip_prefix_t any = prefix(version, {}, {});
         const auto expect_key = [&](const ky_ip_prefix_t& source, const ky_ip_prefix_t& group,
                                     ky_status_t status) {
@@ -503,26 +509,26 @@ TEST_F(RouterValidateTest, EveryBitOfAKeyCounts)
             EXPECT_EQ(
                 answer(route_get, {.cmd = GET_NEXT, .filter = {1, source, by_group, group, 0, 0}}),
                 status);
-            take_said();
+            take_log();
         };
-        EXPECT_EQ(answer(route_get, {.cmd = GET_NEXT, .filter = {0, any, 1, any, 0, 0}}), RANGE);
+        EXPECT_EQ(answer(route_get, {.cmd = GET_NEXT, .filter = {0, any, 1, any, 0, 0}}), KY_STATUS_PARAM_EXCEEDS_RANGE);
         for (uint32_t i = 0; i < width; i++) {
-            SCOPED_TRACE(text("version %u, bit %u", version, i));
+            SCOPED_TRACE(formatted("version %u, bit %u", version, i));
             const Bits bit = Bits(1) << i;
-            const ky_status_t in_or_out = i < range_width ? RANGE : BAD;
-            expect_key(prefix(version, bit, first(i)), any, BAD);
-            expect_key(prefix(version, bit, first(i + 1)), any, GOOD);
-            expect_key(any, prefix(version, bit, {}), RANGE);
-            expect_key(any, prefix(version, {}, bit), RANGE);
+            const ky_status_t in_or_out = i < range_width ? KY_STATUS_PARAM_EXCEEDS_RANGE : KY_STATUS_PARAM_ERROR;
+            expect_key(prefix(version, bit, first(i)), any, KY_STATUS_PARAM_ERROR);
+            expect_key(prefix(version, bit, first(i + 1)), any, KY_STATUS_SUCCESS);
+            expect_key(any, prefix(version, bit, {}), KY_STATUS_PARAM_EXCEEDS_RANGE);
+            expect_key(any, prefix(version, {}, bit), KY_STATUS_PARAM_EXCEEDS_RANGE);
             expect_key(any, prefix(version, range ^ bit, first(width) ^ bit), in_or_out);
             expect_key(
-                any, prefix(version, range, first(width) ^ bit), i < range_width ? BAD : valid);
+                any, prefix(version, range, first(width) ^ bit), i < range_width ? KY_STATUS_PARAM_ERROR : valid);
             for (uint32_t length = 0; length <= width; length++) {
                 const bool is_contiguous = length == i || length == i + 1;
                 const Bits mask = first(length) ^ bit;
-                expect_key(prefix(version, {}, mask), any, is_contiguous ? GOOD : BAD);
+                expect_key(prefix(version, {}, mask), any, is_contiguous ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_ERROR);
                 if (i + 2 < width) { // two bits apart make no length
-                    expect_key(prefix(version, {}, mask ^ bit << 2), any, BAD);
+                    expect_key(prefix(version, {}, mask ^ bit << 2), any, KY_STATUS_PARAM_ERROR);
                 }
             }
         }

@@ -1,10 +1,12 @@
 // The state at load, in a process that has set nothing.
-#include "contract.h"
+#include "recorder.h"
 
 #include <ky_adviser.h>
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+
+#include <gtest/gtest.h>
 
 TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
 {
@@ -16,7 +18,7 @@ TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
     EXPECT_EQ(value, 0U);
     EXPECT_EQ(adviser_log_verbosity_level(KY_ACCESS_CMD_GET, &value), KY_STATUS_SUCCESS);
     EXPECT_EQ(value, KY_LOG_LEVEL_DEFAULT);
-    EXPECT_EQ(take_said(), Said{});
+    EXPECT_EQ(take_log(), Log{});
     // The lock is a free mutex and the state of an initialised object.
     const std::string mutex(
         reinterpret_cast<const char*>(&utils_mem_type_count_lock), sizeof(pthread_mutex_t));
@@ -31,5 +33,5 @@ TEST(LoadTest, SettingsAreZeroAndModulesSpeakButDoNotTrace)
     cl_qpool_t pool;
     EXPECT_EQ(utils_qpool_init(&pool, 1, 1, 0, 64, "test"), KY_STATUS_SUCCESS); // logs a notice
     cl_qpool_destroy(&pool);
-    EXPECT_EQ(take_said().size(), 5U);
+    EXPECT_EQ(take_log().size(), 5U);
 }

@@ -1,12 +1,14 @@
 // The log statement and the traces, from C and from C++, at every level.
-#include "contract.h"
 #include "log_module.h"
+#include "recorder.h"
 #include "tools.h"
 
 #include <ky_adviser.h>
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+
+#include <gtest/gtest.h>
 
 #include <bit>
 
@@ -23,19 +25,25 @@ struct Language {
 };
 
 /* Statements of a module; all of them pass. */
-Said by_test(const Said& said, const std::string& source)
+Log by_test(const Log& log, const std::string& source)
 {
-    return passing(said, "TEST", source, ~0U, 1);
+    return filtered(log, "TEST", source, ~0U, 1);
 }
 
 /* The traces of a function that pass. */
-Said let_through(const std::string& function, bool entry, bool exit)
+Log let_through(const std::string& function, bool entry, bool exit)
 {
-    const Said traces = around(function);
-    return (entry ? Said{traces.front()} : Said{}) + (exit ? Said{traces.back()} : Said{});
+    return (entry ? entry_trace(function) : Log{}) + (exit ? exit_trace(function) : Log{});
 }
 
-class LogTest : public ContractTest {};
+class LogTest : public testing::Test {
+  protected:
+    void SetUp() override
+    {
+        set_verbosity_and_flag(KY_LOG_LEVEL_DEFAULT, 0);
+        take_log();
+    }
+};
 
 TEST_F(LogTest, StatementReachesBothSinksFromItsLevelOn)
 {
@@ -43,7 +51,7 @@ TEST_F(LogTest, StatementReachesBothSinksFromItsLevelOn)
     for (const auto& [source, module] : languages) {
         for (const uint32_t at : all_levels) {
             SCOPED_TRACE(std::string(source) + " at " + std::to_string(at));
-            Said expected;
+            Log expected;
             for (const uint32_t mask : masks) {
                 if (static_cast<uint32_t>(std::popcount(mask)) <= at) {
                     expected.push_back({mask, "say_at_all_levels", "said -7\n"});
@@ -51,7 +59,7 @@ TEST_F(LogTest, StatementReachesBothSinksFromItsLevelOn)
             }
             module.set_verbosity(at);
             module.say_at_all_levels(-7);
-            EXPECT_EQ(take_said(), by_test(expected, source));
+            EXPECT_EQ(take_log(), by_test(expected, source));
         }
     }
 }
@@ -63,14 +71,14 @@ TEST_F(LogTest, StatementTakesNoneToNineteenValuesAndYieldsAStatus)
         const uint32_t number = 4000000000;
         module.set_verbosity(1);
         module.say_bare();
-        EXPECT_EQ(take_said(), by_test(error("bare\n", "say_bare"), source));
+        EXPECT_EQ(take_log(), by_test(error("bare\n", "say_bare"), source));
         module.say_much();
-        EXPECT_EQ(take_said(), by_test(error("1a2b3c4d5e6f7g8h9i10\n", "say_much"), source));
+        EXPECT_EQ(take_log(), by_test(error("1a2b3c4d5e6f7g8h9i10\n", "say_much"), source));
         EXPECT_EQ(module.fail(&number), 13U);
-        EXPECT_EQ(take_said(), by_test(error("4000000000 is wrong\n", "fail"), source));
+        EXPECT_EQ(take_log(), by_test(error("4000000000 is wrong\n", "fail"), source));
         module.set_verbosity(0);
         EXPECT_EQ(module.fail(nullptr), 13U);
-        EXPECT_EQ(take_said(), Said{});
+        EXPECT_EQ(take_log(), Log{});
     }
 }
 
@@ -86,13 +94,13 @@ TEST_F(LogTest, TracesNeedTheFlagAndDebugLevelEachInItsTurn)
     for (const auto& [source, module] : languages) {
         for (const auto& [level, flag] : gates) {
             for (const auto& [new_level, new_flag] : gates) {
-                SCOPED_TRACE(text("%s, %u %d to %u %d", source, level, flag, new_level, new_flag));
+                SCOPED_TRACE(
+                    formatted("%s, %u %d to %u %d", source, level, flag, new_level, new_flag));
                 KY_STORE(g_ky_log_module_func_enable, flag);
                 module.set_verbosity(level);
                 ASSERT_EQ(module.traced(new_level, new_flag), 13U);
-                const Said said =
-                    let_through("traced", open(level, flag), open(new_level, new_flag));
-                ASSERT_EQ(take_said(), by_test(said, source));
+                const Log log = let_through("traced", open(level, flag), open(new_level, new_flag));
+                ASSERT_EQ(take_log(), by_test(log, source));
             }
         }
     }
@@ -122,14 +130,14 @@ TEST_F(LogTest, EachModulesSetterTakesAnyLevelAndTracesWithBoth)
     for (const auto& setter : setters) {
         for (const uint32_t before : all_levels) {
             for (const uint32_t after : all_levels) {
-                SCOPED_TRACE(text("%s, %u to %u", setter.name, before, after));
+                SCOPED_TRACE(formatted("%s, %u to %u", setter.name, before, after));
                 in_threads(1, [&](uint32_t) { set_verbosity_and_flag(before, 1); });
-                take_said();
-                EXPECT_EQ(setter.set(after), GOOD);
-                const Said said = let_through(
+                take_log();
+                EXPECT_EQ(setter.set(after), KY_STATUS_SUCCESS);
+                const Log log = let_through(
                     setter.name, setter.traces_entry && before >= 5,
                     setter.traces_exit && after >= 5);
-                EXPECT_EQ(take_said(), passing(said, setter.module, setter.source, 9, 1));
+                EXPECT_EQ(take_log(), filtered(log, setter.module, setter.source, 9, 1));
             }
         }
     }

@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr ky_status_t FULL = KY_STATUS_NO_MEMORY;
+const Module module = {
+    "UTILS", "utils.cpp", Traces::of_failure, {{"utils_memory_dbg_dump", Traces::none}}};
 
 const char* const type_names[] = {
     "ALL",    "COS",      "TOPO", "PORT",    "MSTP",           "FDB",          "VLAN", "LAG",
@@ -22,38 +23,39 @@ constexpr uint64_t HELD = 2 * uint64_t{HUGE_BLOCK};
 /* Two huge blocks of COS are held throughout: counts have 64 bits. */
 class MemoryTest : public ContractTest {
   protected:
+    MemoryTest() : ContractTest(module) {}
     void SetUp() override
     {
         ContractTest::SetUp();
-        ASSERT_EQ(utils_memory_get(&held, HUGE_BLOCK, KY_MEM_TYPE_COS), GOOD);
-        ASSERT_EQ(utils_memory_get(&held_too, HUGE_BLOCK, KY_MEM_TYPE_COS), GOOD);
+        ASSERT_EQ(utils_memory_get(&held, HUGE_BLOCK, KY_MEM_TYPE_COS), KY_STATUS_SUCCESS);
+        ASSERT_EQ(utils_memory_get(&held_too, HUGE_BLOCK, KY_MEM_TYPE_COS), KY_STATUS_SUCCESS);
     }
     void TearDown() override
     {
-        EXPECT_EQ(utils_memory_put(held, KY_MEM_TYPE_COS), GOOD);
-        EXPECT_EQ(utils_memory_put(held_too, KY_MEM_TYPE_COS), GOOD);
+        EXPECT_EQ(utils_memory_put(held, KY_MEM_TYPE_COS), KY_STATUS_SUCCESS);
+        EXPECT_EQ(utils_memory_put(held_too, KY_MEM_TYPE_COS), KY_STATUS_SUCCESS);
         EXPECT_EQ(live_blocks(), 0);
     }
     void put_block(uint32_t type)
     {
-        EXPECT_EQ(utils_memory_put(block.get(), type), GOOD);
+        EXPECT_EQ(utils_memory_put(block.get(), type), KY_STATUS_SUCCESS);
     }
     void* held = nullptr;
     void* held_too = nullptr;
     Out<void*> block;
 };
 
-Said allocated(uint32_t size, uint32_t type, uint64_t total)
+Log allocated(uint32_t size, uint32_t type, uint64_t total)
 {
     const std::string bytes =
-        text("Allocated %u bytes for memory type %s; ", size, type_names[type]);
+        formatted("Allocated %u bytes for memory type %s; ", size, type_names[type]);
     const std::string all = "Total memory for this type = " + std::to_string(total) + ";\n";
     return debug(bytes + all, "utils_memory_get");
 }
 
-Said summary(uint32_t first, const std::vector<uint64_t>& held)
+Log summary(uint32_t first, const std::vector<uint64_t>& held)
 {
-    Said said = debug("====== MEMORY REPORT ======\n");
+    Log said = debug("====== MEMORY REPORT ======\n");
     for (const uint64_t bytes : held) {
         const std::string type = type_names[first++];
         said =
@@ -65,15 +67,15 @@ Said summary(uint32_t first, const std::vector<uint64_t>& held)
 
 TEST_F(MemoryTest, BlocksAreHandedOutAndTakenBack)
 {
-    for (const uint32_t type : edges(1, 17)) {
+    for (const uint32_t type : boundary_values(1, 17)) {
         for (const uint32_t size : {0U, 1U, 3U, 0x10001U}) {
             const bool is_type = type >= 1 && type <= 17;
             const uint64_t total = size + (type == KY_MEM_TYPE_COS ? HELD : 0);
             const std::string freed =
-                is_type ? text("Freed %u bytes for memory type %s; ", size, type_names[type]) +
+                is_type ? formatted("Freed %u bytes for memory type %s; ", size, type_names[type]) +
                               "Total memory for this type = " + std::to_string(total - size) + ";\n"
                         : "";
-            const ky_status_t status = is_type ? GOOD : RANGE;
+            const ky_status_t status = is_type ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_EXCEEDS_RANGE;
             void* given = nullptr;
             const auto fill_and_put = [&] {
                 EXPECT_EQ(last_request(), size + 4);
@@ -81,17 +83,19 @@ TEST_F(MemoryTest, BlocksAreHandedOutAndTakenBack)
                 put_block(type);
             };
             expect({
-                {CALL(utils_memory_get(&block, size, type)), .status = status,
-                 .says = is_type ? allocated(size, type, total) : Said{},
+                {CALL(utils_memory_get(block, size, type)), .status = status,
+                 .log = is_type ? allocated(size, type, total) : Log{},
                  .writes = is_type ? std::vector{block.is_written()} : std::vector<Written>{},
-                 .then = is_type ? fill_and_put : std::function<void()>{}},
+                 .after = is_type ? fill_and_put : std::function<void()>{}},
                 {CALL(utils_memory_put(is_type ? given : held, type)), .status = status,
-                 .says = is_type ? debug(freed) : Said{},
-                 .given = [&] { is_type ? utils_memory_get(&given, size, type) : GOOD; }},
-                {CALL(utils_memory_put(nullptr, type)), .status = is_type ? NIL : RANGE,
-                 .says = is_type ? error("NULL Pointer (Buffer pointer)\n", "utils_check_pointer") +
-                                       left("utils_check_pointer")
-                                 : Said{}},
+                 .log = is_type ? debug(freed) : Log{},
+                 .before =
+                     [&] { is_type ? utils_memory_get(&given, size, type) : KY_STATUS_SUCCESS; }},
+                {CALL(utils_memory_put(nullptr, type)),
+                 .status = is_type ? KY_STATUS_PARAM_NULL : KY_STATUS_PARAM_EXCEEDS_RANGE,
+                 .log = is_type ? error("NULL Pointer (Buffer pointer)\n", "utils_check_pointer") +
+                                      failure_trace("utils_check_pointer")
+                                : Log{}},
             });
         }
     }
@@ -105,87 +109,94 @@ TEST_F(MemoryTest, ArraysAreCleared)
         put_block(2);
     };
     expect({
-        {CALL(utils_clr_memory_get(&block, 1000, 3, 2)), .says = allocated(3000, 2, 3000),
-         .writes = {block.is_written()}, .then = [&] { expect_zeros(3000); }},
-        {CALL(utils_clr_memory_get(&block, 0, ~0U, 2)), .says = allocated(0, 2, 0),
-         .writes = {block.is_written()}, .then = [&] { expect_zeros(0); }},
+        {CALL(utils_clr_memory_get(block, 1000, 3, 2)), .log = allocated(3000, 2, 3000),
+         .writes = {block.is_written()}, .after = [&] { expect_zeros(3000); }},
+        {CALL(utils_clr_memory_get(block, 0, ~0U, 2)), .log = allocated(0, 2, 0),
+         .writes = {block.is_written()}, .after = [&] { expect_zeros(0); }},
     });
 }
 
 TEST_F(MemoryTest, Refusals)
 {
-    const Said null = error("NULL Pointer (Buffer pointer)\n", "utils_check_pointer") +
-                      left("utils_check_pointer");
-    const Said get = left("utils_memory_get");
+    const Log null = error("NULL Pointer (Buffer pointer)\n", "utils_check_pointer") +
+                     failure_trace("utils_check_pointer");
+    const Log get = failure_trace("utils_memory_get");
     const auto too_large = [](const std::string& what) {
         return error("Memory of " + what + " exceeds range\n");
     };
-    // clang-format off
     expect({
-        {CALL(utils_memory_get(nullptr, 1, 18)), .status = RANGE},
-        {CALL(utils_memory_get(nullptr, 1, 1)), .status = NIL, .says = null},
-        {CALL(utils_memory_get(&block, 1, 1)), .status = FULL, .writes = {block.is(nullptr)},
-         .allocations = 0},
-        {CALL(utils_memory_get(&block, ~0U, 1)), .status = FULL, .writes = {block.is(nullptr)},
-         .allocations = 0, .then = [] {
-             EXPECT_EQ(last_request() == 0x100000003, sizeof(size_t) > 4); // size plus header
-             EXPECT_NE(last_request(), 3U); // that would have wrapped
-         }},
-        {CALL(utils_clr_memory_get(&block, 1, 1, 18)), .status = RANGE, .says = get},
-        {CALL(utils_clr_memory_get(&block, 2147483648, 2, 1)), .status = RANGE,
-         .says = too_large("2147483648 elements of 2 bytes")},
-        {CALL(utils_clr_memory_get(&block, 2, ~0U, 17)), .status = RANGE,
-         .says = too_large("2 elements of 4294967295 bytes")},
-        {CALL(utils_clr_memory_get(&block, 65536, 65536, 0)), .status = RANGE, .says = get},
-        {CALL(utils_clr_memory_get(&block, 65536, 65536, 18)), .status = RANGE, .says = get},
-        {CALL(utils_clr_memory_get(nullptr, 65536, 65536, 1)), .status = NIL,
-         .says = null + get},
-        {CALL(utils_clr_memory_get(&block, 65535, 65537, 1)), .status = FULL, .says = get,
+        {CALL(utils_memory_get(nullptr, 1, 18)), .status = KY_STATUS_PARAM_EXCEEDS_RANGE},
+        {CALL(utils_memory_get(nullptr, 1, 1)), .status = KY_STATUS_PARAM_NULL, .log = null},
+        {CALL(utils_memory_get(block, 1, 1)), .status = KY_STATUS_NO_MEMORY,
          .writes = {block.is(nullptr)}, .allocations = 0},
+        {CALL(utils_memory_get(block, ~0U, 1)), .status = KY_STATUS_NO_MEMORY,
+         .writes = {block.is(nullptr)}, .allocations = 0,
+         .after =
+             [] {
+                 EXPECT_EQ(last_request() == 0x100000003, sizeof(size_t) > 4); // size plus header
+                 EXPECT_NE(last_request(), 3U); // that would have wrapped
+             }},
+        {CALL(utils_clr_memory_get(block, 1, 1, 18)), .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = get},
+        {CALL(utils_clr_memory_get(block, 2147483648, 2, 1)),
+         .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = too_large("2147483648 elements of 2 bytes")},
+        {CALL(utils_clr_memory_get(block, 2, ~0U, 17)), .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = too_large("2 elements of 4294967295 bytes")},
+        {CALL(utils_clr_memory_get(block, 65536, 65536, 0)),
+         .status = KY_STATUS_PARAM_EXCEEDS_RANGE, .log = get},
+        {CALL(utils_clr_memory_get(block, 65536, 65536, 18)),
+         .status = KY_STATUS_PARAM_EXCEEDS_RANGE, .log = get},
+        {CALL(utils_clr_memory_get(nullptr, 65536, 65536, 1)), .status = KY_STATUS_PARAM_NULL,
+         .log = null + get},
+        {CALL(utils_clr_memory_get(block, 65535, 65537, 1)), .status = KY_STATUS_NO_MEMORY,
+         .log = get, .writes = {block.is(nullptr)}, .allocations = 0},
         {CALL(utils_memory_put(held, KY_MEM_TYPE_TOPO)), .status = KY_STATUS_MEMORY_ERROR,
-         .says = error("Block size exceeds total size for memory type TOPO\n")},
+         .log = error("Block size exceeds total size for memory type TOPO\n")},
     });
-    // clang-format on
 }
 
 TEST_F(MemoryTest, Reports)
 {
-    Said dump = {
-        {0, "", text("%p header Utils memory dump", static_cast<void*>(stderr))},
-        {0, "", text("%p headline index:9 name:20 mem_cnt:20", static_cast<void*>(stderr))}};
+    Log dump = {
+        {0, "", formatted("%p header Utils memory dump", static_cast<void*>(stderr))},
+        {0, "", formatted("%p headline index:9 name:20 mem_cnt:20", static_cast<void*>(stderr))}};
     std::vector<uint64_t> all;
     for (uint32_t type = 1; type <= 17; type++) {
         all.push_back(type == KY_MEM_TYPE_COS ? HELD : 0);
         const std::string line =
-            text("%p data %u %s ", static_cast<void*>(stderr), type, type_names[type]);
+            formatted("%p data %u %s ", static_cast<void*>(stderr), type, type_names[type]);
         dump.push_back({0, "", line + std::to_string(all.back())});
     }
     expect({
-        {CALL(utils_memory_dbg_dump(stderr)), .says = dump},
+        {CALL(utils_memory_dbg_dump(stderr)), .log = dump},
     });
-    for (const uint32_t type : edges(1, 17)) {
+    for (const uint32_t type : boundary_values(1, 17)) {
         expect(
-            {CALL(utils_memory_print_summary(type)), .status = type <= 17 ? GOOD : RANGE,
-             .says = type == 0    ? summary(1, all)
-                     : type <= 17 ? summary(type, {all[type - 1]})
-                                  : summary(0, {})});
+            {CALL(utils_memory_print_summary(type)),
+             .status = type <= 17 ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_EXCEEDS_RANGE,
+             .log = type == 0    ? summary(1, all)
+                    : type <= 17 ? summary(type, {all[type - 1]})
+                                 : summary(0, {})});
     }
 }
 
 TEST_F(MemoryTest, CountsChangeUnderTheLock)
 {
-    Said at_lock;
+    Log at_lock;
     const auto counts = [] {
         utils_memory_dbg_dump(nullptr);
-        return take_said();
+        return take_log();
     };
     const auto look = [&] { at_lock = counts(); };
     void* memory = nullptr;
     for (const bool gets : {true, false}) {
-        take_said();
-        const Said before = counts();
+        take_log();
+        const Log before = counts();
         before_lock(1, look);
-        EXPECT_EQ(gets ? utils_memory_get(&memory, 10, 2) : utils_memory_put(memory, 2), GOOD);
+        EXPECT_EQ(
+            gets ? utils_memory_get(&memory, 10, 2) : utils_memory_put(memory, 2),
+            KY_STATUS_SUCCESS);
         EXPECT_EQ(at_lock, before);
     }
 }
@@ -197,7 +208,7 @@ TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
     for (const int lock : {1, 2}) {
         void* blocks[3] = {}; // the last one has the other type
         for (void*& each : blocks) {
-            ASSERT_EQ(utils_memory_get(&each, 10, &each == &blocks[2] ? 3 : 2), GOOD);
+            ASSERT_EQ(utils_memory_get(&each, 10, &each == &blocks[2] ? 3 : 2), KY_STATUS_SUCCESS);
         }
         uint32_t first = ~0U;
         const auto put_first = [&] { first = utils_memory_put(blocks[0], 3); };
@@ -207,9 +218,10 @@ TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
         if (first == ~0U) {
             put_first();
         }
-        EXPECT_EQ(first + second, KY_STATUS_MEMORY_ERROR) << lock; // the other is GOOD
-        EXPECT_EQ(utils_memory_put(blocks[first == GOOD ? 1 : 0], 2), GOOD);
-        EXPECT_EQ(utils_memory_put(blocks[2], 2), GOOD);
+        EXPECT_EQ(first + second, KY_STATUS_MEMORY_ERROR) << lock; // the other is KY_STATUS_SUCCESS
+        EXPECT_EQ(
+            utils_memory_put(blocks[first == KY_STATUS_SUCCESS ? 1 : 0], 2), KY_STATUS_SUCCESS);
+        EXPECT_EQ(utils_memory_put(blocks[2], 2), KY_STATUS_SUCCESS);
     }
 }
 

@@ -7,18 +7,31 @@
 
 namespace {
 
-constexpr ky_status_t NO_ROOM = KY_STATUS_NO_RESOURCES;
+const Module module = {
+    "UTILS",
+    "utils.cpp",
+    Traces::none,
+    {{"utils_qpool_init", Traces::of_failure},
+     {"utils_qpool_qmap_init", Traces::of_failure},
+     {"utils_qmap_is_empty", Traces::exit},
+     {"utils_db_qmap_item_get", Traces::of_failure},
+     {"utils_db_qmap_item_ins", Traces::of_failure},
+     {"utils_db_qmap_item_add", Traces::of_failure},
+     {"utils_db_qmap_item_del", Traces::of_failure}}};
+
 constexpr uint64_t LARGE = 0x100000005; // 5 in its low half
 
 /* A database of eight records, one of them in use under key 5; and an exhausted pool. */
 class DatabaseTest : public ContractTest {
   protected:
+    DatabaseTest() : ContractTest(module) {}
     void SetUp() override
     {
         ContractTest::SetUp();
-        ASSERT_EQ(utils_qpool_qmap_init(&pool, &map, 8, 8, 0, sizeof(Object), "test"), GOOD);
-        ASSERT_EQ(utils_qpool_init(&empty, 0, 0, 0, sizeof(Object), "empty"), GOOD);
-        ASSERT_EQ(add(5, &filed), GOOD);
+        ASSERT_EQ(
+            utils_qpool_qmap_init(&pool, &map, 8, 8, 0, sizeof(Object), "test"), KY_STATUS_SUCCESS);
+        ASSERT_EQ(utils_qpool_init(&empty, 0, 0, 0, sizeof(Object), "empty"), KY_STATUS_SUCCESS);
+        ASSERT_EQ(add(5, &filed), KY_STATUS_SUCCESS);
     }
     void TearDown() override
     {
@@ -31,13 +44,13 @@ class DatabaseTest : public ContractTest {
         std::string state = ContractTest::state();
         for (cl_map_item_t* item = cl_qmap_head(&map); item != cl_qmap_end(&map);
              item = cl_qmap_next(item)) {
-            state += text("%p under %u\n", record_of_item(item), uint32_t(item->key));
+            state += formatted("%p under %u\n", record_of_item(item), uint32_t(item->key));
         }
         std::vector<cl_pool_item_t*> in_pool;
         while (cl_pool_item_t* item = cl_qpool_get(&pool)) {
             in_pool.push_back(item);
         }
-        state += text("%zu in the pool\n", in_pool.size());
+        state += formatted("%zu in the pool\n", in_pool.size());
         for (; !in_pool.empty(); in_pool.pop_back()) {
             cl_qpool_put(&pool, in_pool.back());
         }
@@ -70,29 +83,31 @@ TEST_F(DatabaseTest, Maps)
     const auto expect_gone = [&] { EXPECT_EQ(cl_qmap_get(&map, LARGE), end); };
     cl_qmap_t none;
     cl_qmap_init(&none);
-    // clang-format off
     expect({
-        {CALL(utils_qmap_key_exists(&map, 5, &item)), .writes = {item.is(five)}},
+        {CALL(utils_qmap_key_exists(&map, 5, item)), .writes = {item.is(five)}},
         {CALL(utils_qmap_key_exists(&map, 5, nullptr))},
-        {CALL(utils_qmap_key_exists(&map, LARGE, &item)), .status = MISSING,
+        {CALL(utils_qmap_key_exists(&map, LARGE, item)), .status = KY_STATUS_ENTRY_NOT_FOUND,
          .writes = {item.is(end)}},
-        {CALL(utils_qmap_key_exists(&map, LARGE, nullptr)), .status = MISSING},
-        {CALL(utils_qmap_key_not_exists(&map, 5, &item)), .status = PRESENT,
+        {CALL(utils_qmap_key_exists(&map, LARGE, nullptr)), .status = KY_STATUS_ENTRY_NOT_FOUND},
+        {CALL(utils_qmap_key_not_exists(&map, 5, item)), .status = KY_STATUS_ENTRY_ALREADY_EXISTS,
          .writes = {item.is(five)}},
-        {CALL(utils_qmap_key_not_exists(&map, 5, nullptr)), .status = PRESENT},
-        {CALL(utils_qmap_key_not_exists(&map, LARGE, &item)), .writes = {item.is(end)}},
-        {CALL(utils_qmap_get(&map, 5, &item)), .writes = {item.is(five)}},
-        {CALL(utils_qmap_get(&map, LARGE, &item)), .status = MISSING, .writes = {item.is(end)}},
-        {CALL(utils_qmap_remove(&map, LARGE, &item)), .status = MISSING, .writes = {item.is(end)}},
-        {CALL(utils_qmap_remove(&map, LARGE, &item)), .writes = {item.is(&own.map_item)},
-         .given = insert, .then = expect_gone},
-        {CALL(utils_db_qmap_item_ins(LARGE, &map, &own.map_item)), .then = remove},
-        {CALL(utils_db_qmap_item_ins(5, &map, &own.map_item)), .status = PRESENT},
-        {CALL(utils_db_qmap_item_ins(5, &map, five)), .status = PRESENT},
+        {CALL(utils_qmap_key_not_exists(&map, 5, nullptr)),
+         .status = KY_STATUS_ENTRY_ALREADY_EXISTS},
+        {CALL(utils_qmap_key_not_exists(&map, LARGE, item)), .writes = {item.is(end)}},
+        {CALL(utils_qmap_get(&map, 5, item)), .writes = {item.is(five)}},
+        {CALL(utils_qmap_get(&map, LARGE, item)), .status = KY_STATUS_ENTRY_NOT_FOUND,
+         .writes = {item.is(end)}},
+        {CALL(utils_qmap_remove(&map, LARGE, item)), .status = KY_STATUS_ENTRY_NOT_FOUND,
+         .writes = {item.is(end)}},
+        {CALL(utils_qmap_remove(&map, LARGE, item)), .writes = {item.is(&own.map_item)},
+         .before = insert, .after = expect_gone},
+        {CALL(utils_db_qmap_item_ins(LARGE, &map, &own.map_item)), .after = remove},
+        {CALL(utils_db_qmap_item_ins(5, &map, &own.map_item)),
+         .status = KY_STATUS_ENTRY_ALREADY_EXISTS},
+        {CALL(utils_db_qmap_item_ins(5, &map, five)), .status = KY_STATUS_ENTRY_ALREADY_EXISTS},
         {CALL(utils_qmap_is_empty(&none))},
         {CALL(utils_qmap_is_empty(&map)), .status = KY_STATUS_DB_NOT_EMPTY},
     });
-    // clang-format on
 }
 
 #define ADD(key, pool, out) \
@@ -105,8 +120,8 @@ TEST_F(DatabaseTest, Records)
 {
     Out<void*> record;
     void* added = nullptr;
-    const auto add_large = [&] { ASSERT_EQ(add(LARGE, &added), GOOD); };
-    const auto del_large = [&] { ASSERT_EQ(del(LARGE, nullptr), GOOD); };
+    const auto add_large = [&] { ASSERT_EQ(add(LARGE, &added), KY_STATUS_SUCCESS); };
+    const auto del_large = [&] { ASSERT_EQ(del(LARGE, nullptr), KY_STATUS_SUCCESS); };
     const auto put_large = [&] { cl_qpool_put(&pool, pool_item_of_record(added)); };
     const auto expect_it_is_filed = [&] {
         EXPECT_EQ(cl_qmap_get(&map, LARGE), item_of_record(record.get()));
@@ -116,30 +131,31 @@ TEST_F(DatabaseTest, Records)
         EXPECT_EQ(record.get(), added);
         put_large();
     };
-    // clang-format off
     expect({
-        {CALL(utils_db_qmap_item_get(5, &map, record_of_item, &record)),
+        {CALL(utils_db_qmap_item_get(5, &map, record_of_item, record)),
          .writes = {record.is(filed)}},
         {CALL(utils_db_qmap_item_get(5, &map, record_of_item, nullptr))},
-        {CALL(utils_db_qmap_item_get(5, &map, nullptr, &record))},
-        {CALL(utils_db_qmap_item_get(LARGE, &map, record_of_item, &record)), .status = MISSING},
-        {CALL(ADD(LARGE, &pool, &record)), .writes = {record.is_written()},
-         .then = expect_it_is_filed},
-        {CALL(ADD(LARGE, &pool, nullptr)), .then = del_large},
-        {CALL(ADD(5, &pool, &record)), .status = PRESENT, .writes = {record.is(filed)}},
-        {CALL(ADD(5, &pool, nullptr)), .status = PRESENT},
-        {CALL(ADD(5, &empty, &record)), .status = PRESENT, .writes = {record.is(filed)}},
-        {CALL(ADD(LARGE, &empty, &record)), .status = NO_ROOM},
-        {CALL(DEL(LARGE, pool_item_of_record, &record)), .writes = {record.is_written()},
-         .given = add_large},
-        {CALL(DEL(LARGE, pool_item_of_record, nullptr)), .given = add_large},
-        {CALL(DEL(LARGE, nullptr, &record)), .writes = {record.is_written()}, .given = add_large,
-         .then = put_record},
-        {CALL(utils_db_qmap_item_del(LARGE, &map, &pool, nullptr, pool_item_of_record, &record)),
-         .given = add_large, .then = put_large},
-        {CALL(DEL(LARGE, pool_item_of_record, &record)), .status = MISSING},
+        {CALL(utils_db_qmap_item_get(5, &map, nullptr, record))},
+        {CALL(utils_db_qmap_item_get(LARGE, &map, record_of_item, record)),
+         .status = KY_STATUS_ENTRY_NOT_FOUND},
+        {CALL(ADD(LARGE, &pool, record)), .writes = {record.is_written()},
+         .after = expect_it_is_filed},
+        {CALL(ADD(LARGE, &pool, nullptr)), .after = del_large},
+        {CALL(ADD(5, &pool, record)), .status = KY_STATUS_ENTRY_ALREADY_EXISTS,
+         .writes = {record.is(filed)}},
+        {CALL(ADD(5, &pool, nullptr)), .status = KY_STATUS_ENTRY_ALREADY_EXISTS},
+        {CALL(ADD(5, &empty, record)), .status = KY_STATUS_ENTRY_ALREADY_EXISTS,
+         .writes = {record.is(filed)}},
+        {CALL(ADD(LARGE, &empty, record)), .status = KY_STATUS_NO_RESOURCES},
+        {CALL(DEL(LARGE, pool_item_of_record, record)), .writes = {record.is_written()},
+         .before = add_large},
+        {CALL(DEL(LARGE, pool_item_of_record, nullptr)), .before = add_large},
+        {CALL(DEL(LARGE, nullptr, record)), .writes = {record.is_written()}, .before = add_large,
+         .after = put_record},
+        {CALL(utils_db_qmap_item_del(LARGE, &map, &pool, nullptr, pool_item_of_record, record)),
+         .before = add_large, .after = put_large},
+        {CALL(DEL(LARGE, pool_item_of_record, record)), .status = KY_STATUS_ENTRY_NOT_FOUND},
     });
-    // clang-format on
     cl_qmap_t other;
     cl_qmap_init(&other);
     std::vector<uint64_t> keys;
@@ -155,9 +171,9 @@ TEST_F(DatabaseTest, Records)
         return record_of_item(item);
     };
     expect(
-        {CALL(utils_db_qmap_del(&other, &pool, noted, pool_item_of_record)), .given = fill,
-         .then = [&] {
-             EXPECT_EQ(utils_qmap_is_empty(&other), GOOD);
+        {CALL(utils_db_qmap_del(&other, &pool, noted, pool_item_of_record)), .before = fill,
+         .after = [&] {
+             EXPECT_EQ(utils_qmap_is_empty(&other), KY_STATUS_SUCCESS);
              EXPECT_EQ(std::exchange(keys, {}), (std::vector<uint64_t>{1, 2, 3}));
          }});
 }
@@ -171,46 +187,44 @@ TEST_F(DatabaseTest, Pools)
     const auto destroy = [&] {
         EXPECT_EQ(last_request() / 70000, 3U);
         for (int i = 0; i < 5; i++) {
-            EXPECT_NE(cl_qpool_get(&new_pool), nullptr);
+            EXPECT_NE(cl_qpool_get(new_pool), nullptr);
         }
         EXPECT_EQ(last_request() / 70000, 1U);
-        EXPECT_EQ(cl_qpool_get(&new_pool), nullptr);
-        cl_qpool_destroy(&new_pool);
+        EXPECT_EQ(cl_qpool_get(new_pool), nullptr);
+        cl_qpool_destroy(new_pool);
     };
     const auto destroy_large = [&] {
         fail_allocations_after(0);
-        EXPECT_EQ(cl_qpool_get(&new_pool), nullptr);
+        EXPECT_EQ(cl_qpool_get(new_pool), nullptr);
         fail_allocations_after(-1);
         EXPECT_EQ(last_request() / 70000 == 0x80000001, sizeof(size_t) > 4); // attempted growth
-        cl_qpool_destroy(&new_pool);
+        cl_qpool_destroy(new_pool);
     };
     const std::string name(200, 'x');
-    const Said made = notice("Init new DB (Min: 3, Max: 5, Grow: 1)\n");
-    const Said large = notice("Init " + name + " DB (Min: 0, Max: 4294967295, Grow: 2147483649)\n");
-    const Said full = error("Init failure of " + name + " DB\n");
-    constexpr ky_status_t FULL = KY_STATUS_NO_MEMORY;
-    // clang-format off
+    const Log made = notice("Init new DB (Min: 3, Max: 5, Grow: 1)\n");
+    const Log large = notice("Init " + name + " DB (Min: 0, Max: 4294967295, Grow: 2147483649)\n");
+    const Log full = error("Init failure of " + name + " DB\n");
     expect({
-        {CALL(utils_qpool_get(&item, &pool)), .writes = {item.is_written()}, .then = put},
-        {CALL(utils_qpool_get(&item, &empty)), .status = NO_ROOM, .writes = {item.is(nullptr)}},
-        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, "new")), .says = made,
-         .writes = {new_pool.is_written()}, .then = destroy},
-        {CALL(utils_qpool_init(&new_pool, 1, 0, 0, 70000, "new")), // no maximum
-         .says = notice("Init new DB (Min: 1, Max: 0, Grow: 0)\n"),
-         .writes = {new_pool.is_written()}, .then = [&] { cl_qpool_destroy(&new_pool); }},
-        {CALL(utils_qpool_init(&new_pool, 3, 5, 1, 70000, name.c_str())), .status = FULL,
-         .says = full, .allocations = 0},
-        {CALL(utils_qpool_init(&new_pool, 0, ~0U, 0x80000001, 70000, name.c_str())),
-         .says = large, .writes = {new_pool.is_written()}, .then = destroy_large},
-        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 0, ~0U, 0x80000001, 70000, name.c_str())),
-         .says = large, .writes = {new_pool.is_written(), new_map.is_written()},
-         .then = destroy_large},
-        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 70000, "new")), .says = made,
-         .writes = {new_pool.is_written(), new_map.is_written()}, .then = destroy},
-        {CALL(utils_qpool_qmap_init(&new_pool, &new_map, 3, 5, 1, 70000, name.c_str())),
-         .status = FULL, .says = full, .allocations = 0},
+        {CALL(utils_qpool_get(item, &pool)), .writes = {item.is_written()}, .after = put},
+        {CALL(utils_qpool_get(item, &empty)), .status = KY_STATUS_NO_RESOURCES,
+         .writes = {item.is(nullptr)}},
+        {CALL(utils_qpool_init(new_pool, 3, 5, 1, 70000, "new")), .log = made,
+         .writes = {new_pool.is_written()}, .after = destroy},
+        {CALL(utils_qpool_init(new_pool, 1, 0, 0, 70000, "new")), // no maximum
+         .log = notice("Init new DB (Min: 1, Max: 0, Grow: 0)\n"),
+         .writes = {new_pool.is_written()}, .after = [&] { cl_qpool_destroy(new_pool); }},
+        {CALL(utils_qpool_init(new_pool, 3, 5, 1, 70000, name.c_str())),
+         .status = KY_STATUS_NO_MEMORY, .log = full, .allocations = 0},
+        {CALL(utils_qpool_init(new_pool, 0, ~0U, 0x80000001, 70000, name.c_str())), .log = large,
+         .writes = {new_pool.is_written()}, .after = destroy_large},
+        {CALL(utils_qpool_qmap_init(new_pool, new_map, 0, ~0U, 0x80000001, 70000, name.c_str())),
+         .log = large, .writes = {new_pool.is_written(), new_map.is_written()},
+         .after = destroy_large},
+        {CALL(utils_qpool_qmap_init(new_pool, new_map, 3, 5, 1, 70000, "new")), .log = made,
+         .writes = {new_pool.is_written(), new_map.is_written()}, .after = destroy},
+        {CALL(utils_qpool_qmap_init(new_pool, new_map, 3, 5, 1, 70000, name.c_str())),
+         .status = KY_STATUS_NO_MEMORY, .log = full, .allocations = 0},
     });
-    // clang-format on
 }
 
 } // namespace

@@ -6,63 +6,79 @@
 
 namespace {
 
-class UtilsTest : public ContractTest {};
+const Module module = {
+    "UTILS",
+    "utils.cpp",
+    Traces::of_failure,
+    {{"utils_ky_log_enter", Traces::none},
+     {"utils_ky_log_exit", Traces::none},
+     {"utils_log_verbosity_level_set", Traces::both},
+     {"utils_check_msg_size", Traces::none},
+     {"utils_use_xm_set", Traces::both},
+     {"utils_use_xm_get", Traces::both},
+     {"utils_boot_mode_set", Traces::both},
+     {"utils_boot_mode_get", Traces::none}}};
+
+class UtilsTest : public ContractTest {
+  protected:
+    UtilsTest() : ContractTest(module) {}
+};
 
 /* The records of a null pointer check. */
-Said null_pointer(const std::string& description)
+Log null_pointer(const std::string& description)
 {
     return error("NULL Pointer (" + description + ")\n", "utils_check_pointer") +
-           left("utils_check_pointer");
+           failure_trace("utils_check_pointer");
 }
 
 TEST_F(UtilsTest, TracesAndVerbosity)
 {
     expect({
-        {CALL(utils_ky_log_exit(BAD, "somebody")), .status = BAD, .says = left("somebody")},
-        {CALL(utils_ky_log_exit(GOOD, "somebody")), .says = left("somebody")},
+        {CALL(utils_ky_log_exit(KY_STATUS_PARAM_ERROR, "somebody")),
+         .status = KY_STATUS_PARAM_ERROR, .log = failure_trace("somebody")},
+        {CALL(utils_ky_log_exit(KY_STATUS_SUCCESS, "somebody")), .log = failure_trace("somebody")},
         {CALL(utils_log_verbosity_level_set(verbosity))},
     });
-    Said entered = debug("somebody - entered\n");
+    Log entered = debug("somebody - entered\n");
     entered[0].is_trace = true;
     const auto enter = [] {
         utils_ky_log_enter("somebody");
-        return GOOD;
+        return KY_STATUS_SUCCESS;
     };
-    expect({.label = "utils_ky_log_enter(\"somebody\")", .call = enter, .says = entered});
+    expect({.label = "utils_ky_log_enter(\"somebody\")", .call = enter, .log = entered});
 }
 
 TEST_F(UtilsTest, ChecksOfPointersAndSizes)
 {
-    constexpr ky_status_t ZERO = KY_STATUS_MESSAGE_SIZE_ZERO;
-    constexpr ky_status_t LIMIT = KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT;
-    // clang-format off
     expect({
         {CALL(utils_check_pointer(reinterpret_cast<void*>(1), nullptr))},
-        {CALL(utils_check_pointer(nullptr, "")), .status = NIL,
-         .says = error("NULL Pointer ()\n")},
-        {CALL(utils_check_pointer(nullptr, nullptr)), .status = NIL,
-         .says = error("NULL Pointer (no pointer description)\n")},
-        {CALL(utils_check_array_length(0, "list")), .status = RANGE,
-         .says = error("Zero length (list)\n")},
-        {CALL(utils_check_array_length(0, "")), .status = RANGE, .says = error("Zero length ()\n")},
-        {CALL(utils_check_array_length(0, nullptr)), .status = RANGE,
-         .says = error("Zero length\n")},
-        {CALL(utils_check_array_size(0, "list")), .status = RANGE,
-         .says = error("Zero size (list)\n")},
-        {CALL(utils_check_array_size(0, "")), .status = RANGE, .says = error("Zero size ()\n")},
-        {CALL(utils_check_array_size(0, nullptr)), .status = RANGE, .says = error("Zero size\n")},
-        {CALL(utils_check_msg_size(0, 0)), .status = ZERO,
-         .says = error("Message size (0b) is zero\n")},
-        {CALL(utils_check_msg_size(0, 5)), .status = ZERO,
-         .says = error("Message size (0b) is zero\n")},
+        {CALL(utils_check_pointer(nullptr, "")), .status = KY_STATUS_PARAM_NULL,
+         .log = error("NULL Pointer ()\n")},
+        {CALL(utils_check_pointer(nullptr, nullptr)), .status = KY_STATUS_PARAM_NULL,
+         .log = error("NULL Pointer (no pointer description)\n")},
+        {CALL(utils_check_array_length(0, "list")), .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = error("Zero length (list)\n")},
+        {CALL(utils_check_array_length(0, "")), .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = error("Zero length ()\n")},
+        {CALL(utils_check_array_length(0, nullptr)), .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = error("Zero length\n")},
+        {CALL(utils_check_array_size(0, "list")), .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = error("Zero size (list)\n")},
+        {CALL(utils_check_array_size(0, "")), .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = error("Zero size ()\n")},
+        {CALL(utils_check_array_size(0, nullptr)), .status = KY_STATUS_PARAM_EXCEEDS_RANGE,
+         .log = error("Zero size\n")},
+        {CALL(utils_check_msg_size(0, 0)), .status = KY_STATUS_MESSAGE_SIZE_ZERO,
+         .log = error("Message size (0b) is zero\n")},
+        {CALL(utils_check_msg_size(0, 5)), .status = KY_STATUS_MESSAGE_SIZE_ZERO,
+         .log = error("Message size (0b) is zero\n")},
         {CALL(utils_check_msg_size(4, 4))},
         {CALL(utils_check_msg_size(4, ~0U))},
-        {CALL(utils_check_msg_size(1, 0)), .status = LIMIT,
-         .says = error("Message size (1b) exceeds limit (0b)\n")},
-        {CALL(utils_check_msg_size(0x80010000, 4)), .status = LIMIT,
-         .says = error("Message size (2147549184b) exceeds limit (4b)\n")},
+        {CALL(utils_check_msg_size(1, 0)), .status = KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT,
+         .log = error("Message size (1b) exceeds limit (0b)\n")},
+        {CALL(utils_check_msg_size(0x80010000, 4)), .status = KY_STATUS_MESSAGE_SIZE_EXCEEDS_LIMIT,
+         .log = error("Message size (2147549184b) exceeds limit (4b)\n")},
     });
-    // clang-format on
     for (const uint32_t size : {1U, 0x100U, 0x10000U, 0x80000000U, ~0U}) {
         expect({
             {CALL(utils_check_array_length(size, "list"))},
@@ -110,16 +126,16 @@ TEST_F(UtilsTest, ChecksOfRanges)
     };
     // clang-format on
     for (const auto& [function, check, width, min, max, message] : rows) {
-        for (const uint32_t argument : edges(min, max)) {
+        for (const uint32_t argument : boundary_values(min, max)) {
             const uint32_t value = argument & width;
             const bool is_good =
                 (value >= min && value <= max) || (function == "utils_check_swid" && value <= 7);
             const auto call = [check = check, argument] { return check(argument); };
             expect({
-                .label = function + text("(%u)", argument),
+                .label = function + formatted("(%u)", argument),
                 .call = call,
-                .status = is_good ? GOOD : RANGE,
-                .says = is_good ? Said{} : error(filled(message, value)),
+                .status = is_good ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_EXCEEDS_RANGE,
+                .log = is_good ? Log{} : error(with_value(message, value)),
             });
         }
     }
@@ -134,14 +150,16 @@ TEST_F(UtilsTest, Settings)
         utils_boot_mode_set(0);
     };
     expect({
-        {CALL(utils_use_xm_get(nullptr)), .status = NIL, .says = null_pointer("use_xm_p")},
-        {CALL(utils_boot_mode_get(nullptr)), .status = NIL,
-         .says = null_pointer("boot_mode_p") + error(no_mode)},
+        {CALL(utils_use_xm_get(nullptr)), .status = KY_STATUS_PARAM_NULL,
+         .log = null_pointer("use_xm_p")},
+        {CALL(utils_boot_mode_get(nullptr)), .status = KY_STATUS_PARAM_NULL,
+         .log = null_pointer("boot_mode_p") + error(no_mode)},
     });
-    for (const uint32_t value : edges(0, 5)) {
+    for (const uint32_t value : boundary_values(0, 5)) {
         const bool is_mode = value <= 5;
         const std::string refused =
-            text("Failed to set issu mode, parameter boot_mode (%u) is exceed range. ", value) +
+            formatted(
+                "Failed to set issu mode, parameter boot_mode (%u) is exceed range. ", value) +
             "Max value (5)\n";
         const auto set = [&] { // settings are process-wide, not per thread
             in_threads(1, [&](uint32_t) {
@@ -150,19 +168,20 @@ TEST_F(UtilsTest, Settings)
             });
         };
         const auto expect_only = [&](uint32_t use_xm, uint32_t boot_mode) {
-            const std::string expected = text("boot mode %u, use XM %u,", boot_mode, use_xm);
+            const std::string expected = formatted("boot mode %u, use XM %u,", boot_mode, use_xm);
             EXPECT_EQ(state().substr(0, expected.size()), expected);
             restore();
         };
         expect({
-            {CALL(utils_use_xm_set(value)), .then = [&] { expect_only(value, 0); }},
-            {CALL(utils_use_xm_get(&word)), .writes = {word.is(value)}, .given = set,
-             .then = restore},
-            {CALL(utils_boot_mode_get(&word)), .writes = {word.is(is_mode ? value : 0)},
-             .given = set, .then = restore},
-            {CALL(utils_boot_mode_set(value)), .status = is_mode ? GOOD : RANGE,
-             .says = is_mode ? Said{} : error(refused),
-             .then = [&] { expect_only(0, is_mode ? value : 0); }},
+            {CALL(utils_use_xm_set(value)), .after = [&] { expect_only(value, 0); }},
+            {CALL(utils_use_xm_get(word)), .writes = {word.is(value)}, .before = set,
+             .after = restore},
+            {CALL(utils_boot_mode_get(word)), .writes = {word.is(is_mode ? value : 0)},
+             .before = set, .after = restore},
+            {CALL(utils_boot_mode_set(value)),
+             .status = is_mode ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_EXCEEDS_RANGE,
+             .log = is_mode ? Log{} : error(refused),
+             .after = [&] { expect_only(0, is_mode ? value : 0); }},
         });
     }
 }

@@ -16,7 +16,7 @@
 
 namespace {
 
-class NamesTest : public ContractTest {};
+class NamesTest : public testing::Test {};
 
 using Str = const char* (*)(uint32_t value);
 
@@ -145,7 +145,7 @@ std::string printed(const std::string& enumeration, uint32_t value)
 {
     if (enumeration == "mem_type") {
         utils_memory_print_summary(value);
-        const std::string last = take_said().back().text;
+        const std::string last = take_log().back().text;
         const size_t name = last.rfind(" type ");
         return value == 0                  ? "ALL" // for which each type is printed
                : name == std::string::npos ? ""
