@@ -3,6 +3,10 @@ extern "C" {
 #include "consumer.c"
 }
 
+struct limits {
+    static const uint32_t largest = 10; // not defined: a log statement takes it by value
+};
+
 uint32_t consume_again(uint32_t function, uint32_t arguments);
 
 uint32_t consume_again(uint32_t function, uint32_t arguments)
@@ -13,5 +17,5 @@ uint32_t consume_again(uint32_t function, uint32_t arguments)
         return KY_FAIL(KY_STATUS_ERROR, "within\n");
     };
     within();
-    return KY_FAIL(function, "%u %u\n", function, arguments);
+    return KY_FAIL(function, "%u %u %u\n", function, arguments, limits::largest);
 }

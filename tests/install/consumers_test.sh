@@ -63,7 +63,7 @@ in_every_standard() { # LANGUAGE "COMPILER..." "STANDARD..." FLAG...
             for header in $headers; do
                 echo "#include \"$header\"" > "$work/header.$language"
                 # shellcheck disable=SC2086 # lists of words
-                quietly "$compiler" "-std=$standard" $strict "$@" $cflags -fsyntax-only \
+                quietly "$compiler" "-std=$standard" $strict "$@" $cflags -c -o "$work/header.o" \
                     "$work/header.$language"
             done
         done

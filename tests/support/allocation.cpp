@@ -1,6 +1,7 @@
 #include "allocation.h"
 
 #include <complib/cl_memory.h>
+#include <complib/cl_qmap.h>
 #include <complib/cl_spinlock.h>
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <dlfcn.h>
 #include <malloc.h>
 #include <utility>
 
@@ -16,7 +18,7 @@ static std::atomic<long> left = -1;
 static std::atomic<size_t> last;
 static thread_local int held;
 static thread_local std::function<void()> intruder;
-static thread_local int locks_to_intruder;
+static thread_local int moments_to_intruder;
 
 /* The library makes no callout while it holds a lock. */
 static void require_no_lock()
@@ -73,17 +75,22 @@ int locks_held()
     return held;
 }
 
-void before_lock(int time, std::function<void()> function)
+void at_free_lock(int time, std::function<void()> function)
 {
-    locks_to_intruder = time;
+    moments_to_intruder = time;
     intruder = std::move(function);
+}
+
+static void lock_is_free()
+{
+    if (intruder && --moments_to_intruder == 0) {
+        std::exchange(intruder, nullptr)();
+    }
 }
 
 void cl_spinlock_acquire(cl_spinlock_t* lock)
 {
-    if (intruder && --locks_to_intruder == 0) {
-        std::exchange(intruder, nullptr)();
-    }
+    lock_is_free();
     pthread_mutex_lock(&lock->mutex);
     held++;
 }
@@ -92,4 +99,22 @@ void cl_spinlock_release(cl_spinlock_t* lock)
 {
     held--;
     pthread_mutex_unlock(&lock->mutex);
+    lock_is_free();
+}
+
+void cl_qmap_remove_item(cl_qmap_t* map, cl_map_item_t* item)
+{
+    static const auto remove_item =
+        reinterpret_cast<decltype(&cl_qmap_remove_item)>(dlsym(RTLD_NEXT, "cl_qmap_remove_item"));
+    remove_item(map, item);
+    item->next = item->prev = nullptr;
+}
+
+cl_map_item_t* cl_qmap_remove(cl_qmap_t* map, uint64_t key)
+{
+    cl_map_item_t* item = cl_qmap_get(map, key);
+    if (item != cl_qmap_end(map)) {
+        cl_qmap_remove_item(map, item);
+    }
+    return item;
 }

@@ -1,5 +1,6 @@
-/* An allocator that counts, fails on demand and returns garbage-filled blocks, and a lock that
- * tracks its holder and runs a hook: linked into a test, they interpose the component library's. */
+/* An allocator that counts, fails on demand and returns garbage-filled blocks, a lock that tracks
+ * its holder and runs a hook, and maps that unlink a removed item: linked into a test, they
+ * interpose the component library's. */
 #ifndef ALLOCATION_H
 #define ALLOCATION_H
 
@@ -18,8 +19,8 @@ void fail_allocations_after(long count);
 /* The number of locks that this thread holds. */
 int locks_held();
 
-/* Runs a function once, just before the time-th lock acquisition from now (1: the next): the last
- * moment at which another thread could run. */
-void before_lock(int time, std::function<void()> function);
+/* Runs a function once, at the time-th moment from now at which another thread could take the
+ * lock: 1 is just before the next acquisition, 2 just after its release, and so on. */
+void at_free_lock(int time, std::function<void()> function);
 
 #endif

@@ -19,9 +19,14 @@ struct Object {
     Record record;
 };
 
+/* What pool_item_of_record overwrites a record with. */
+constexpr int IN_POOL = 0xEE;
+
+/* Null for a record that is back in its pool. */
 inline void* record_of_item(cl_map_item_t* item)
 {
-    return reinterpret_cast<char*>(item) - offsetof(Record, map_item);
+    const bool is_in_pool = item->key == IN_POOL * uint64_t{0x0101010101010101};
+    return is_in_pool ? nullptr : reinterpret_cast<char*>(item) - offsetof(Record, map_item);
 }
 
 inline void* record_of_pool_item(cl_pool_item_t* item)
@@ -37,7 +42,7 @@ inline cl_map_item_t* item_of_record(void* record)
 /* The record is no longer in use, nor in a map: overwrites it. */
 inline cl_pool_item_t* pool_item_of_record(void* record)
 {
-    memset(record, 0xEE, sizeof(Record));
+    memset(record, IN_POOL, sizeof(Record));
     return reinterpret_cast<cl_pool_item_t*>(static_cast<char*>(record) - offsetof(Object, record));
 }
 

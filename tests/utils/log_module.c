@@ -17,7 +17,7 @@ static void say_bare(void)
 {
     // NOLINTBEGIN(readability-braces-around-statements): the statement must work without braces
     if (verbosity == 0)
-        KY_LOG_ERROR("not printed\n");
+        (void)KY_LOG_ERROR("not printed\n");
     else
         KY_LOG_ERROR("bare\n");
     // NOLINTEND(readability-braces-around-statements)

@@ -183,42 +183,43 @@ TEST_F(MemoryTest, Reports)
 
 TEST_F(MemoryTest, CountsChangeUnderTheLock)
 {
-    Log at_lock;
     const auto counts = [] {
+        take_log();
         utils_memory_dbg_dump(nullptr);
         return take_log();
     };
-    const auto look = [&] { at_lock = counts(); };
-    void* memory = nullptr;
-    for (const bool gets : {true, false}) {
-        take_log();
-        const Log before = counts();
-        before_lock(1, look);
-        EXPECT_EQ(
-            gets ? utils_memory_get(&memory, 10, 2) : utils_memory_put(memory, 2),
-            KY_STATUS_SUCCESS);
-        EXPECT_EQ(at_lock, before);
+    for (const int moment : {1, 2}) { // before and after the lock is held
+        void* memory = nullptr;
+        for (const bool gets : {true, false}) {
+            Log at_moment;
+            const Log before = counts();
+            at_free_lock(moment, [&] { at_moment = counts(); });
+            EXPECT_EQ(
+                gets ? utils_memory_get(&memory, 10, 2) : utils_memory_put(memory, 2),
+                KY_STATUS_SUCCESS);
+            EXPECT_EQ(at_moment, moment == 1 ? before : counts());
+        }
     }
 }
 
-/* Two blocks are put under a type that holds bytes for one of them: the first just before the
- * second takes a lock, or afterwards. */
+/* Two blocks are put under a type that holds bytes for one of them: the first whenever the lock is
+ * free while the second is put, or afterwards. */
 TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
 {
-    for (const int lock : {1, 2}) {
+    for (const int moment : {1, 2, 3, 4}) {
         void* blocks[3] = {}; // the last one has the other type
         for (void*& each : blocks) {
             ASSERT_EQ(utils_memory_get(&each, 10, &each == &blocks[2] ? 3 : 2), KY_STATUS_SUCCESS);
         }
         uint32_t first = ~0U;
         const auto put_first = [&] { first = utils_memory_put(blocks[0], 3); };
-        before_lock(lock, put_first);
+        at_free_lock(moment, put_first);
         const ky_status_t second = utils_memory_put(blocks[1], 3);
-        before_lock(0, nullptr);
+        at_free_lock(0, nullptr);
         if (first == ~0U) {
             put_first();
         }
-        EXPECT_EQ(first + second, KY_STATUS_MEMORY_ERROR) << lock; // the other is KY_STATUS_SUCCESS
+        EXPECT_EQ(first + second, KY_STATUS_MEMORY_ERROR) << moment; // the other succeeds
         EXPECT_EQ(
             utils_memory_put(blocks[first == KY_STATUS_SUCCESS ? 1 : 0], 2), KY_STATUS_SUCCESS);
         EXPECT_EQ(utils_memory_put(blocks[2], 2), KY_STATUS_SUCCESS);

@@ -21,7 +21,7 @@ const Module module = {
 
 constexpr uint64_t LARGE = 0x100000005; // 5 in its low half
 
-/* A database of eight records, one of them in use under key 5; and an exhausted pool. */
+/* A database of eight records, one of them in use under key 5; and a pool that must grow. */
 class DatabaseTest : public ContractTest {
   protected:
     DatabaseTest() : ContractTest(module) {}
@@ -30,7 +30,7 @@ class DatabaseTest : public ContractTest {
         ContractTest::SetUp();
         ASSERT_EQ(
             utils_qpool_qmap_init(&pool, &map, 8, 8, 0, sizeof(Object), "test"), KY_STATUS_SUCCESS);
-        ASSERT_EQ(utils_qpool_init(&empty, 0, 0, 0, sizeof(Object), "empty"), KY_STATUS_SUCCESS);
+        ASSERT_EQ(utils_qpool_init(&empty, 0, 8, 1, sizeof(Object), "empty"), KY_STATUS_SUCCESS);
         ASSERT_EQ(add(5, &filed), KY_STATUS_SUCCESS);
     }
     void TearDown() override
@@ -138,6 +138,8 @@ TEST_F(DatabaseTest, Records)
         {CALL(utils_db_qmap_item_get(5, &map, nullptr, record))},
         {CALL(utils_db_qmap_item_get(LARGE, &map, record_of_item, record)),
          .status = KY_STATUS_ENTRY_NOT_FOUND},
+        {CALL(utils_db_qmap_item_get(LARGE, &map, nullptr, record)),
+         .status = KY_STATUS_ENTRY_NOT_FOUND},
         {CALL(ADD(LARGE, &pool, record)), .writes = {record.is_written()},
          .after = expect_it_is_filed},
         {CALL(ADD(LARGE, &pool, nullptr)), .after = del_large},
@@ -146,9 +148,9 @@ TEST_F(DatabaseTest, Records)
         {CALL(ADD(5, &pool, nullptr)), .status = KY_STATUS_ENTRY_ALREADY_EXISTS},
         {CALL(ADD(5, &empty, record)), .status = KY_STATUS_ENTRY_ALREADY_EXISTS,
          .writes = {record.is(filed)}},
-        {CALL(ADD(LARGE, &empty, record)), .status = KY_STATUS_NO_RESOURCES},
+        {CALL(ADD(LARGE, &empty, record)), .status = KY_STATUS_NO_RESOURCES, .allocations = 0},
         {CALL(DEL(LARGE, pool_item_of_record, record)), .writes = {record.is_written()},
-         .before = add_large},
+         .before = add_large, .after = [&] { EXPECT_EQ(record.get(), added); }},
         {CALL(DEL(LARGE, pool_item_of_record, nullptr)), .before = add_large},
         {CALL(DEL(LARGE, nullptr, record)), .writes = {record.is_written()}, .before = add_large,
          .after = put_record},
@@ -207,7 +209,7 @@ TEST_F(DatabaseTest, Pools)
     expect({
         {CALL(utils_qpool_get(item, &pool)), .writes = {item.is_written()}, .after = put},
         {CALL(utils_qpool_get(item, &empty)), .status = KY_STATUS_NO_RESOURCES,
-         .writes = {item.is(nullptr)}},
+         .writes = {item.is(nullptr)}, .allocations = 0},
         {CALL(utils_qpool_init(new_pool, 3, 5, 1, 70000, "new")), .log = made,
          .writes = {new_pool.is_written()}, .after = destroy},
         {CALL(utils_qpool_init(new_pool, 1, 0, 0, 70000, "new")), // no maximum
