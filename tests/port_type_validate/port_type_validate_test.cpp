@@ -18,17 +18,6 @@ class PortTypeTest : public ContractTest {
 constexpr uint32_t ROW = KY_PORT_ROW_COS_PORT_DEFAULT_PRIO_SET;
 constexpr uint32_t LAST = PORT_TYPE_VALIDATION_ROWS - 2;
 
-TEST_F(PortTypeTest, DictionaryMatchesItsFingerprint)
-{
-    uint64_t found = NO_TEXTS;
-    for (const auto& [func_name, allowed_port_types] : port_type_validation_table) {
-        ASSERT_NE(func_name, nullptr) << "a row is missing";
-        found = fingerprint(found, func_name);
-        found = fingerprint(found, std::to_string(allowed_port_types).c_str());
-    }
-    EXPECT_EQ(found, 0xc8c2d580ed18a210) << std::hex << found;
-}
-
 /* Every row against every type, compared with a second formulation of the rule. */
 TEST_F(PortTypeTest, EveryRowJudgesEveryTypeByItsMask)
 {
