@@ -35,7 +35,7 @@ ENUMERATION(ky_status_t); ENUMERATION(ky_access_cmd_t); ENUMERATION(adviser_even
 ENUMERATION(ky_ip_version_t);
 
 /* The exported objects have the size that programs copy. */
-SIZE(port_type_validation_table, 174 * 2 * sizeof(char*));
+SIZE(port_type_validation_table, sizeof(char*) * 2 * 174);
 VALUE(offsetof(cl_spinlock_t, state), sizeof(pthread_mutex_t));
 #if defined(__x86_64__) && defined(__LP64__)
 SIZE(port_type_validation_table, 2784); SIZE(utils_mem_type_count_lock, 48);

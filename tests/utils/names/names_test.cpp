@@ -57,8 +57,9 @@ void add_names(Lines& names, const std::string& enumeration, void* function)
         bound--;
     }
     for (uint32_t value = 0; value <= bound; value++) {
-        const std::string name = name_of(value);
-        names.push_back(enumeration + formatted(" %u", value) + (name == "" ? "" : " ") + name);
+        const char* name = name_of(value);
+        const char* space = *name == '\0' ? "" : " ";
+        names.push_back(formatted("%s %u%s%s", enumeration.c_str(), value, space, name));
     }
     for (const uint32_t value : {0x10000U, 0x7fffffffU, 0x80000000U, 0xffffffffU}) {
         EXPECT_EQ(name_of(value), above) << enumeration << " " << value;
