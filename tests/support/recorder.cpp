@@ -18,7 +18,7 @@
 #include <utility>
 
 std::function<void()> at_record;
-thread_local bool marks_exit;
+constinit thread_local bool marks_exit = false;
 
 namespace {
 

@@ -51,7 +51,7 @@ void set_verbosity_and_flag(uint32_t verbosity, int32_t flag);
 /* The recorder sets this bit in a status that returns through utils_ky_log_exit, while this is set
  * in the thread. */
 constexpr uint32_t THROUGH_EXIT = 0x40000000;
-extern thread_local bool marks_exit;
+extern constinit thread_local bool marks_exit;
 
 __attribute__((format(printf, 1, 2))) std::string formatted(const char* format, ...);
 
