@@ -25,9 +25,8 @@ typedef int (*cl_pool_initializer_t)(void* object, const void* context);
 /** Called once for each object, in use or free, before its memory is freed. */
 typedef void (*cl_pool_destructor_t)(void* object, const void* context);
 
-/** The state of a pool that is initialised in a process with AddressSanitizer. All its operations
- *  are out of line and poison free objects, so that code built with AddressSanitizer and code built
- *  without it treat the pool alike. */
+/** The state of a pool that poisons its free objects: it is initialised in a process with
+ *  AddressSanitizer. */
 #define CL_POISONING 3U
 
 struct cl_qpool;
