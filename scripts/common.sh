@@ -58,7 +58,7 @@ need() {
 }
 
 # Runs mmdebstrap hooks in sequence on a clean Debian that has the packages and the source tree in
-# /source. The output goes to build/clean-debian.log.
+# /source. The output goes to the file $log.
 in_clean_debian() { # RELEASE CPUS PACKAGES HOOK...
     release=$1
     cpus=$2
@@ -71,15 +71,16 @@ in_clean_debian() { # RELEASE CPUS PACKAGES HOOK...
     need mmdebstrap
     [ "$(id -u)" = 0 ] || need uidmap # for mmdebstrap without root
     mkdir -p "$root/build"
-    tar -c -C "$root" --exclude=./build --exclude=./.git -f "$root/build/source.tar" .
-    log=$root/build/clean-debian.log
+    source=$(mktemp)
+    tar -c -C "$root" --exclude=./build --exclude=./.git -f "$source" .
+    log=$root/build/$self-$release.log
     status=0
     # shellcheck disable=SC2016 # $1 is the hook's: the root folder of that Debian
     mmdebstrap --variant=apt --architectures="$cpus" --include="$packages" \
         --customize-hook='mkdir "$1/source"' \
-        --customize-hook="tar-in '$root/build/source.tar' /source" \
+        --customize-hook="tar-in '$source' /source" \
         "$@" "$release" /dev/null > "$log" 2>&1 < /dev/null || status=$?
-    rm "$root/build/source.tar"
+    rm "$source"
     if [ "$status" != 0 ]; then
         cat "$log" >&2
         say "failed"
