@@ -89,19 +89,6 @@ std::vector<ky_access_cmd_t> commands()
     return all;
 }
 
-std::string with_value(std::string message, uint32_t value)
-{
-    for (const auto& [key, form] :
-         {std::pair("{u}", formatted("%u", value)),
-          {"{d}", formatted("%d", value)},
-          {"{x}", formatted("%x", value)}}) {
-        if (const size_t place = message.find(key); place != std::string::npos) {
-            message.replace(place, 3, form);
-        }
-    }
-    return message;
-}
-
 void ContractTest::SetUp()
 {
     set_verbosity_and_flag(KY_LOG_LEVEL_DEFAULT, 0);

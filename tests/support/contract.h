@@ -101,9 +101,6 @@ std::set<uint32_t> boundary_values(uint32_t min, uint32_t max);
 /* All access commands, and invalid ones, also where a narrower type would wrap. */
 std::vector<ky_access_cmd_t> commands();
 
-/* Replaces {u}, {d} (signed) or {x} by a value. */
-std::string with_value(std::string message, uint32_t value);
-
 /* Every test starts with the initial verbosity and settings, and without traces. */
 class ContractTest : public testing::Test {
   protected:

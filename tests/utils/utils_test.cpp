@@ -101,6 +101,7 @@ template <typename Argument> std::function<uint32_t(uint32_t)> wide(ky_status_t 
 TEST_F(UtilsTest, ChecksOfRanges)
 {
 #define CHECK(name) "utils_check_" #name, wide(utils_check_##name)
+#define MESSAGE(format) [](uint32_t value) { return formatted(format, value); }
     // clang-format off
     const struct {
         std::string function;
@@ -108,21 +109,22 @@ TEST_F(UtilsTest, ChecksOfRanges)
         uint32_t width; // of the argument, as a mask
         uint32_t min;
         uint32_t max;
-        std::string message;
+        std::string (*message)(uint32_t value);
     } rows[] = {
         {CHECK(verbosity_level), ~0U, 0, 8,
-         "Verbosity level ({u}) is out of range : [0 .. 8]\n"},
-        {CHECK(mc_id), 0xFFFF, 1, 65535, "Multicast ID ({u}) exceeds range [1..65535]\n"},
-        {CHECK(mstp_inst_id), 0xFFFF, 0, 1024, "MSTP Instance ID ({u}) exceeds range [0..1024]\n"},
+         MESSAGE("Verbosity level (%u) is out of range : [0 .. 8]\n")},
+        {CHECK(mc_id), 0xFFFF, 1, 65535, MESSAGE("Multicast ID (%u) exceeds range [1..65535]\n")},
+        {CHECK(mstp_inst_id), 0xFFFF, 0, 1024,
+         MESSAGE("MSTP Instance ID (%u) exceeds range [0..1024]\n")},
         {CHECK(mstp_inst_port_state), ~0U, 1, 3,
-         "MSTP Instance Port-State (# {u}) exceeds range [1..3]\n"},
-        {CHECK(swid), 0xFF, 0, 7, "Switch ID ({u}) exceeds range [0..7]\n"},
-        {CHECK(swid), 0xFF, 254, 254, "Switch ID ({u}) exceeds range [0..7]\n"},
+         MESSAGE("MSTP Instance Port-State (# %u) exceeds range [1..3]\n")},
+        {CHECK(swid), 0xFF, 0, 7, MESSAGE("Switch ID (%u) exceeds range [0..7]\n")},
+        {CHECK(swid), 0xFF, 254, 254, MESSAGE("Switch ID (%u) exceeds range [0..7]\n")},
         {CHECK(port_admin_state), ~0U, 1, 2,
-         "Port Administrative State (# {u}) exceeds range [1..2]\n"},
-        {CHECK(device_id), 0xFF, 1, 253, "Device ID ({u}) exceeds range [1..253]\n"},
+         MESSAGE("Port Administrative State (# %u) exceeds range [1..2]\n")},
+        {CHECK(device_id), 0xFF, 1, 253, MESSAGE("Device ID (%u) exceeds range [1..253]\n")},
         {CHECK(device_node_type), ~0U, 0, 5,
-         "Device Topology Type # ({u}) exceeds range [0..5]\n"},
+         MESSAGE("Device Topology Type # (%u) exceeds range [0..5]\n")},
     };
     // clang-format on
     for (const auto& [function, check, width, min, max, message] : rows) {
@@ -135,7 +137,7 @@ TEST_F(UtilsTest, ChecksOfRanges)
                 .label = function + formatted("(%u)", argument),
                 .call = call,
                 .status = is_good ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_EXCEEDS_RANGE,
-                .log = is_good ? Log{} : error(with_value(message, value)),
+                .log = is_good ? Log{} : error(message(value)),
             });
         }
     }
