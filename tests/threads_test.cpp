@@ -10,15 +10,39 @@
 #include <ky_utils.h>
 #include <ky_values.h>
 
+#include <arpa/inet.h>
+#include <barrier>
+#include <dlfcn.h>
+
 namespace {
 
 constexpr uint32_t ROUNDS = 1000;
+
+std::barrier<>* meeting; // where threads wait for each other, if set
 
 const Module module = {"UTILS", "utils.cpp", Traces::none};
 
 struct ThreadsTest : ContractTest {
     ThreadsTest() : ContractTest(module) {}
 };
+
+} // namespace
+
+/* Lets all threads store an address, and later a text, before one of them goes on. */
+const char* inet_ntop(int family, const void* address, char* text, socklen_t size) noexcept
+{
+    static const auto libc_inet_ntop =
+        reinterpret_cast<decltype(&inet_ntop)>(dlsym(RTLD_NEXT, "inet_ntop"));
+    if (meeting == nullptr) {
+        return libc_inet_ntop(family, address, text, size);
+    }
+    meeting->arrive_and_wait();
+    const char* const result = libc_inet_ntop(family, address, text, size);
+    meeting->arrive_and_wait();
+    return result;
+}
+
+namespace {
 
 void change_what_all_read(uint32_t level)
 {
@@ -91,6 +115,28 @@ TEST_F(ThreadsTest, ConcurrentCallsAreSafe)
     utils_use_xm_set(0);
     utils_boot_mode_set(0);
     EXPECT_EQ(state(), before); // counts are exact
+}
+
+/* Each thread's message names its own mask, also if all convert an address at the same time. */
+TEST_F(ThreadsTest, MessagesNameTheCallersArguments)
+{
+    const ky_mc_route_attr_t lpm = {0, 1, 0, KY_ROUTER_PRIO_TYPE_LPM, 0, 0, 0, 0, 0};
+    const ky_mc_route_data_t data = {};
+    std::barrier<> eight(8);
+    meeting = &eight;
+    in_threads(8, [&](uint32_t thread) {
+        const uint32_t mask = ~(2U << thread); // is not contiguous
+        const ky_mc_route_key_t ipv4 = {{1, {}}, {1, {.ipv4 = {0xE0000000, mask}}}};
+        const ky_mc_route_key_t ipv6 = {{2, {}}, {2, {.ipv6 = {{0xFF000000}, {mask}}}}};
+        ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_ADD, 0, &ipv4, &lpm, &data);
+        ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_ADD, 0, &ipv6, &lpm, &data);
+    });
+    meeting = nullptr;
+    std::set<std::string> texts;
+    for (const LogRecord& record : take_log()) {
+        texts.insert(record.text);
+    }
+    EXPECT_EQ(texts.size(), 16U);
 }
 
 } // namespace
