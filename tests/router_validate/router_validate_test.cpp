@@ -35,7 +35,16 @@ struct Request {
     ky_access_cmd_t cmd;
     uint32_t has_key = 1;
     ky_mc_route_key_t key = {source4, group4};
-    ky_mc_route_attr_t attr = {5, 2, 0xDEAD, 2, 0xDEAD, 511, 1, 0xFFF, 0xFFF};
+    ky_mc_route_attr_t attr = {
+        .rpf_action = KY_ROUTER_RPF_ACTION_TRAP_LIST,
+        .ttl_cmd = KY_MC_ROUTER_TTL_CMD_SET,
+        .router_word_1 = 0xDEAD,
+        .prio_type = KY_ROUTER_PRIO_TYPE_LPM,
+        .router_word_2 = 0xDEAD,
+        .rpf_group_id = 511,
+        .user_token_valid = 1,
+        .user_token_value = 0xFFF,
+        .user_token_mask = 0xFFF};
     ky_mc_route_data_t data = {4, 0x80010000, 0};
     uint32_t has_filter = 1;
     ky_mc_route_get_filter_t filter = {1, source4, 1, group4, 1, 0x10001};
