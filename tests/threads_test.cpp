@@ -29,15 +29,15 @@ struct ThreadsTest : ContractTest {
 } // namespace
 
 /* Lets all threads store an address, and later a text, before one of them goes on. */
-const char* inet_ntop(int family, const void* address, char* text, socklen_t size) noexcept
+const char* inet_ntop(int af, const void* cp, char* buf, socklen_t len) noexcept
 {
     static const auto libc_inet_ntop =
         reinterpret_cast<decltype(&inet_ntop)>(dlsym(RTLD_NEXT, "inet_ntop"));
     if (meeting == nullptr) {
-        return libc_inet_ntop(family, address, text, size);
+        return libc_inet_ntop(af, cp, buf, len);
     }
     meeting->arrive_and_wait();
-    const char* const result = libc_inet_ntop(family, address, text, size);
+    const char* const result = libc_inet_ntop(af, cp, buf, len);
     meeting->arrive_and_wait();
     return result;
 }
