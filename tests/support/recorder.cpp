@@ -215,9 +215,10 @@ Log filtered(
     });
     for (LogRecord& record : log) {
         record.is_trace = false;
-        record.module = record.mask >= KY_LOG_MASK_DEBUG ? module + " " + source
-                        : record.mask != 0               ? module
-                                                         : "";
+        record.module = record.mask >= KY_LOG_MASK_DEBUG
+                            ? formatted("%s %s", module.c_str(), source.c_str())
+                        : record.mask != 0 ? module
+                                           : "";
     }
     return log;
 }
