@@ -4,7 +4,7 @@
     gate.py PROGRAM TABLE [--update]
 
 Callgrind counts the instructions and simulates branch prediction. The counts of an empty loop are
-subtracted. They are specific to a compiler and a CPU: elsewhere they are printed and not compared.
+subtracted. Counts are specific to a compiler and a CPU: elsewhere they are printed and not compared.
 
 The gate fails if either count changes by more than its margin, in either direction: code with fewer
 instructions can be slower, for example if a load waits for a comparison. Code placement alone moves

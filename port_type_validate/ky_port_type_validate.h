@@ -41,7 +41,7 @@ extern port_type_validation_entry_t port_type_validation_table[PORT_TYPE_VALIDAT
  *  @param enum_id   the API function's row, 1 to 172, a KY_PORT_ROW_ constant of `ky_values.h`
  *  @param log_port  logical port ID; bits 31 to 28 are the type, a `ky_port_type_t`, and the others
  *                   are ignored
- *  @return          1 if the function accepts the type; 0, which is no status, if not or for no row
+ *  @return          1 if the type is accepted; 0, not a status, if it is not or enum_id is no row
  */
 uint32_t is_port_type_valid(uint32_t enum_id, uint32_t log_port);
 

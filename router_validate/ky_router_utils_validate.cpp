@@ -173,7 +173,7 @@ const char* __prefix_mask_to_str(const ky_ip_prefix_t* prefix, char* text)
 }
 
 /* KY_FAIL whose values are texts of a prefix; the functions that make them stand for the values. A
- * cold function calls them, so that a validation that succeeds needs no stack frame for the texts. */
+ * cold function calls them, so that a validation that succeeds needs no frame for the texts. */
 #define FAIL_WITH_TEXTS(status, prefix_p, format, ...)                                          \
     [](const char* function, const ky_ip_prefix_t* prefix, auto... to_str)                      \
         __attribute__((cold, noinline))                                                         \

@@ -19,8 +19,8 @@ extern "C" {
 /** @name Limits and records
  *
  *  Each 32-bit word of an address or a mask is a number in host byte order: 224.1.2.3 is
- *  0xE0010203. A flag is set only if it is 1; `ky_values.h` has constants of enumerations.
- *  Fields that are not checked belong to the router API.
+ *  0xE0010203. A flag is set only if it is 1. Fields that are not checked belong to the router API.
+ *  `ky_values.h` has constants for the enumerations.
  *  @{ */
 
 /** The highest ID of an RPF group; the lowest is 0. */

@@ -101,7 +101,7 @@ ky_status_t utils_check_mstp_inst_id(uint16_t mstp_inst_id);
 
 /** Checks the state of a port in a spanning-tree (MSTP) instance.
  *
- *  @param port_state  1 to 3, which is KY_MSTP_INST_PORT_STATE_DISCARDING, _LEARNING or _FORWARDING
+ *  @param port_state  KY_MSTP_INST_PORT_STATE_DISCARDING (1), _LEARNING (2) or _FORWARDING (3)
  *  @return            KY_STATUS_SUCCESS, or KY_STATUS_PARAM_EXCEEDS_RANGE for any other
  */
 ky_status_t utils_check_mstp_inst_port_state(uint32_t port_state);

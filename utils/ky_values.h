@@ -3,18 +3,19 @@
  *
  * A constant is KY_, its enumeration and the printed name of its value in upper case, with an
  * underscore for what is neither letter nor digit. A value without a name, or with the name "N/A",
- * has none. Arguments and fields remain `uint32_t`, and no other header includes this one. */
+ * has none. Arguments and fields remain integers, and no other header includes this one. */
 #ifndef KY_VALUES_H
 #define KY_VALUES_H
 
 #include <stdint.h>
 
-/** The underlying type of the enumerations, which only C++ states. */
-#ifdef __cplusplus
+/** @cond */
+#ifdef __cplusplus // states the underlying type
 #define KY_ENUM_BASE : uint32_t
 #else
 #define KY_ENUM_BASE
 #endif
+/** @endcond */
 
 /** @name Checks and settings
  *  @{ */
@@ -29,7 +30,8 @@ enum ky_boot_mode_values KY_ENUM_BASE {
     KY_BOOT_MODE_ISSU_START = 5,
 };
 
-/** Administrative states of a port, a `ky_port_admin_state_t`: for utils_check_port_admin_state. */
+/** Administrative states of a port, a `ky_port_admin_state_t`: for utils_check_port_admin_state,
+ *  which refuses KY_PORT_ADMIN_STATE_UP_ONCE. */
 enum ky_port_admin_state_values KY_ENUM_BASE {
     KY_PORT_ADMIN_STATE_UP = 1,
     KY_PORT_ADMIN_STATE_DOWN = 2,
@@ -87,7 +89,8 @@ enum ky_mem_type_values KY_ENUM_BASE {
 /** @name Multicast routes
  *  @{ */
 
-/** IP versions, a `ky_ip_version_t`: for ky_ip_prefix_t. */
+/** IP versions, a `ky_ip_version_t`: for ky_ip_prefix_t. The validators refuse
+ *  KY_IP_VERSION_IPV4_IPV6_RESTORE_VLAN. */
 enum ky_ip_version_values KY_ENUM_BASE {
     KY_IP_VERSION_NONE = 0,
     KY_IP_VERSION_IPV4 = 1,
@@ -97,7 +100,7 @@ enum ky_ip_version_values KY_ENUM_BASE {
 };
 
 /** Types of a virtual router interface, a `ky_router_vinterface_type_t`: for
- *  ky_router_vinterface_t. */
+ *  ky_router_vinterface_t. The validators refuse KY_ROUTER_VINTERFACE_TYPE_VXLAN. */
 enum ky_router_vinterface_type_values KY_ENUM_BASE {
     KY_ROUTER_VINTERFACE_TYPE_RIF = 0,
     KY_ROUTER_VINTERFACE_TYPE_IP_IN_IP = 1,
@@ -143,7 +146,8 @@ enum ky_router_action_values KY_ENUM_BASE {
 /** @name Port types
  *  @{ */
 
-/** Types of port, a `ky_port_type_t`: bits 31 to 28 of a logical port ID. */
+/** Types of port, a `ky_port_type_t`: bits 31 to 28 of a logical port ID. In C a constant is an
+ *  `int`: convert it to `uint32_t` before a shift. */
 enum ky_port_type_values KY_ENUM_BASE {
     KY_PORT_TYPE_NETWORK = 0,
     KY_PORT_TYPE_LAG = 1,
@@ -341,5 +345,7 @@ enum ky_port_row_values KY_ENUM_BASE {
 };
 
 /** @} */
+
+#undef KY_ENUM_BASE
 
 #endif

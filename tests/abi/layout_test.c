@@ -1,10 +1,11 @@
-/* What is compiled into programs, but is not in the ABI baseline, which has no macros, no sign of an
- * enumeration and no other CPU than x86-64. Compile-only, as C11 and as C++11. */
+/* What is compiled into programs, but not in the ABI baseline, which has no macros, no sign of an
+ * enumeration and no CPU other than x86-64. Compile-only, as C11 and as C++11. */
 #include <ky_adviser.h>
 #include <ky_common.h>
 #include <ky_port_type_validate.h>
 #include <ky_router_utils_validate.h>
 #include <ky_utils.h>
+#include <ky_values.h>
 
 #include <assert.h>
 #include <stddef.h>
@@ -32,7 +33,7 @@ VALUE(KRIOLILGLU_VERSION, 20304);
 
 /* Enumerations are unsigned and 32 bits wide. */
 ENUMERATION(ky_status_t); ENUMERATION(ky_access_cmd_t); ENUMERATION(adviser_event_t);
-ENUMERATION(ky_ip_version_t);
+ENUMERATION(ky_ip_version_t); ENUMERATION(enum ky_port_row_values);
 
 /* The exported objects have the size that programs copy. */
 SIZE(port_type_validation_table, sizeof(char*) * 2 * 174);

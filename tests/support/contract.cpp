@@ -176,11 +176,3 @@ void ContractTest::expect(const std::vector<Row>& rows)
         expect(row);
     }
 }
-
-uint64_t fingerprint(uint64_t value, const char* text)
-{
-    do {
-        value = (value ^ static_cast<unsigned char>(*text)) * 0x100000001B3;
-    } while (*text++ != '\0');
-    return value;
-}

@@ -118,8 +118,4 @@ class ContractTest : public testing::Test {
     const Module& module_;
 };
 
-/* Extends a fingerprint (FNV-1a) by a text and its null: it guards texts without a second copy. */
-constexpr uint64_t NO_TEXTS = 0xcbf29ce484222325;
-uint64_t fingerprint(uint64_t value, const char* text);
-
 #endif

@@ -55,14 +55,13 @@ Log allocated(uint32_t size, uint32_t type, uint64_t total)
 
 Log summary(uint32_t first, const std::vector<uint64_t>& held)
 {
-    Log said = debug("====== MEMORY REPORT ======\n");
+    Log log = debug("====== MEMORY REPORT ======\n");
     for (const uint64_t bytes : held) {
         const std::string type = type_names[first++];
-        said =
-            said +
-            debug("Allocated " + std::to_string(bytes) + " bytes for memory type " + type + "\n");
+        log = log +
+              debug("Allocated " + std::to_string(bytes) + " bytes for memory type " + type + "\n");
     }
-    return said;
+    return log;
 }
 
 TEST_F(MemoryTest, BlocksAreHandedOutAndTakenBack)
