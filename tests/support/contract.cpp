@@ -89,6 +89,14 @@ std::vector<ky_access_cmd_t> commands()
     return all;
 }
 
+std::string event_name(uint32_t event)
+{
+    set_verbosity_and_flag(KY_LOG_LEVEL_DEFAULT, 0);
+    adviser_register_event(KY_ACCESS_CMD_ADD, static_cast<adviser_event_t>(event), nullptr);
+    const std::string text = take_log().back().text; // "Register to event 'NAME' param NULL given."
+    return text.substr(text.find('\'') + 1, text.rfind('\'') - text.find('\'') - 1);
+}
+
 void ContractTest::SetUp()
 {
     set_verbosity_and_flag(KY_LOG_LEVEL_DEFAULT, 0);

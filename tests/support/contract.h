@@ -101,6 +101,9 @@ std::set<uint32_t> boundary_values(uint32_t min, uint32_t max);
 /* All access commands, and invalid ones, also where a narrower type would wrap. */
 std::vector<ky_access_cmd_t> commands();
 
+/* The name of an event, as messages have it. */
+std::string event_name(uint32_t event);
+
 /* Every test starts with the initial verbosity and settings, and without traces. */
 class ContractTest : public testing::Test {
   protected:

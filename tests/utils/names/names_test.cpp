@@ -1,6 +1,7 @@
 // The names of values, and the constants of the headers, which follow them.
 #include "contract.h"
 
+#include <ky_adviser.h>
 #include <ky_names.h>
 #include <ky_port_type_validate.h>
 #include <ky_utils.h>
@@ -79,6 +80,9 @@ Lines all_names()
         const std::string function = "ky_" + enumeration + "_str";
         add_names(names, enumeration, dlsym(RTLD_DEFAULT, function.c_str()));
         has_a_row(function);
+    }
+    for (uint32_t event = 1; event <= ADVISER_EVENT_MAX; event++) {
+        names.push_back(formatted("adviser_event %u %s", event, event_name(event).c_str()));
     }
     static const std::regex memory_type("\\S+ data (\\d+ \\S+) \\d+");
     std::smatch match;
