@@ -164,31 +164,6 @@ void PrintTo(const LogRecord& record, std::ostream* stream)
     *stream << record.mask << " " << record.module << " " << record.function << ": " << record.text;
 }
 
-Log error(const std::string& text, const std::string& function)
-{
-    return {{KY_LOG_MASK_ERROR, function, text}};
-}
-
-Log notice(const std::string& text, const std::string& function)
-{
-    return {{KY_LOG_MASK_NOTICE, function, text}};
-}
-
-Log debug(const std::string& text, const std::string& function)
-{
-    return {{KY_LOG_MASK_DEBUG, function, text}};
-}
-
-Log entry_trace(const std::string& function)
-{
-    return {{KY_LOG_MASK_DEBUG, function, function + " - entered \n", true}};
-}
-
-Log exit_trace(const std::string& function)
-{
-    return {{KY_LOG_MASK_DEBUG, function, function + " - left \n", true}};
-}
-
 Log traced(const std::string& function, Log within)
 {
     for (LogRecord& record : within) {
@@ -204,6 +179,12 @@ Log failure_trace(const std::string& function)
     return {
         {0, "", "fails in " + function},
         {KY_LOG_MASK_DEBUG, "utils_ky_log_exit", function + " - left\n", true}};
+}
+
+Log null_pointer(const std::string& description)
+{
+    return error("NULL Pointer (" + description + ")\n", "utils_check_pointer") +
+           failure_trace("utils_check_pointer");
 }
 
 Log filtered(

@@ -30,15 +30,33 @@ extern std::function<void()> at_record;
 /* The records since the last call. */
 Log take_log();
 
-Log error(const std::string& text, const std::string& function = {});
-Log notice(const std::string& text, const std::string& function = {});
-Log debug(const std::string& text, const std::string& function = {});
-Log entry_trace(const std::string& function);
-Log exit_trace(const std::string& function);
+/* One record; without a function, of the one that is called. */
+inline Log error(const std::string& text, const std::string& function = {})
+{
+    return {{KY_LOG_MASK_ERROR, function, text}};
+}
+inline Log notice(const std::string& text, const std::string& function = {})
+{
+    return {{KY_LOG_MASK_NOTICE, function, text}};
+}
+inline Log debug(const std::string& text, const std::string& function = {})
+{
+    return {{KY_LOG_MASK_DEBUG, function, text}};
+}
+inline Log entry_trace(const std::string& function)
+{
+    return {{KY_LOG_MASK_DEBUG, function, function + " - entered \n", true}};
+}
+inline Log exit_trace(const std::string& function)
+{
+    return {{KY_LOG_MASK_DEBUG, function, function + " - left \n", true}};
+}
 /* Entry trace, the function's records, exit trace. */
 Log traced(const std::string& function, Log within = {});
 /* The return of a failure through utils_ky_log_exit, and its exit trace. */
 Log failure_trace(const std::string& function);
+/* What utils_check_pointer logs about a null pointer. */
+Log null_pointer(const std::string& description);
 
 /* The records that pass in a module at a verbosity and a trace flag. */
 Log filtered(

@@ -8,12 +8,9 @@
 /* Runs work(i) in count concurrent threads, i from 0. */
 template <typename Work> void in_threads(uint32_t count, const Work& work)
 {
-    std::vector<std::thread> threads;
+    std::vector<std::jthread> threads; // joined at the end
     for (uint32_t i = 0; i < count; i++) {
         threads.emplace_back(work, i);
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
     }
 }
 

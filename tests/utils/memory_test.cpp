@@ -92,9 +92,7 @@ TEST_F(MemoryTest, BlocksAreHandedOutAndTakenBack)
                      [&] { is_type ? utils_memory_get(&given, size, type) : KY_STATUS_SUCCESS; }},
                 {CALL(utils_memory_put(nullptr, type)),
                  .status = is_type ? KY_STATUS_PARAM_NULL : KY_STATUS_PARAM_EXCEEDS_RANGE,
-                 .log = is_type ? error("NULL Pointer (Buffer pointer)\n", "utils_check_pointer") +
-                                      failure_trace("utils_check_pointer")
-                                : Log{}},
+                 .log = is_type ? null_pointer("Buffer pointer") : Log{}},
             });
         }
     }
@@ -117,8 +115,7 @@ TEST_F(MemoryTest, ArraysAreCleared)
 
 TEST_F(MemoryTest, Refusals)
 {
-    const Log null = error("NULL Pointer (Buffer pointer)\n", "utils_check_pointer") +
-                     failure_trace("utils_check_pointer");
+    const Log null = null_pointer("Buffer pointer");
     const Log get = failure_trace("utils_memory_get");
     const auto too_large = [](const std::string& what) {
         return error("Memory of " + what + " exceeds range\n");

@@ -21,6 +21,12 @@ const Module module = {
 
 constexpr uint64_t LARGE = 0x100000005; // 5 in its low half
 
+#define ADD(key, pool, out) \
+    utils_db_qmap_item_add( \
+        key, &map, pool, record_of_item, record_of_pool_item, item_of_record, out)
+#define DEL(key, pool_item_of, out) \
+    utils_db_qmap_item_del(key, &map, &pool, record_of_item, pool_item_of, out)
+
 /* A database of eight records, one of them in use under key 5; and a pool that must grow. */
 class DatabaseTest : public ContractTest {
   protected:
@@ -58,13 +64,11 @@ class DatabaseTest : public ContractTest {
     }
     ky_status_t add(uint64_t key, void** record)
     {
-        return utils_db_qmap_item_add(
-            key, &map, &pool, record_of_item, record_of_pool_item, item_of_record, record);
+        return ADD(key, &pool, record);
     }
     ky_status_t del(uint64_t key, void** record)
     {
-        return utils_db_qmap_item_del(
-            key, &map, &pool, record_of_item, pool_item_of_record, record);
+        return DEL(key, pool_item_of_record, record);
     }
     cl_qpool_t pool;
     cl_qpool_t empty;
@@ -109,12 +113,6 @@ TEST_F(DatabaseTest, Maps)
         {CALL(utils_qmap_is_empty(&map)), .status = KY_STATUS_DB_NOT_EMPTY},
     });
 }
-
-#define ADD(key, pool, out) \
-    utils_db_qmap_item_add( \
-        key, &map, pool, record_of_item, record_of_pool_item, item_of_record, out)
-#define DEL(key, pool_item_of, out) \
-    utils_db_qmap_item_del(key, &map, &pool, record_of_item, pool_item_of, out)
 
 TEST_F(DatabaseTest, Records)
 {
