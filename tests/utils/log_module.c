@@ -8,6 +8,15 @@
 
 static uint32_t verbosity = KY_LOG_LEVEL_DEFAULT;
 
+#ifdef __cplusplus
+struct limits {
+    static const int largest = 10; /* not defined: a statement takes its values by value */
+};
+#define LARGEST limits::largest
+#else
+#define LARGEST 10
+#endif
+
 static void set_verbosity(uint32_t level)
 {
     KY_STORE(verbosity, level);
@@ -38,9 +47,11 @@ static void say_at_all_levels(int number)
 
 static void say_much(void)
 {
+    const int function = 1; /* the macros have these names, too */
+    const int arguments = 2;
     KY_LOG_ERROR(
-        "%d%s%d%s%d%s%d%s%d%s%d%s%d%s%d%s%d%s%d\n", 1, "a", 2, "b", 3, "c", 4, "d", 5, "e", 6, "f",
-        7, "g", 8, "h", 9, "i", 10);
+        "%d%s%d%s%d%s%d%s%d%s%d%s%d%s%d%s%d%s%d\n", function, "a", arguments, "b", 3, "c", 4, "d",
+        5, "e", 6, "f", 7, "g", 8, "h", 9, "i", LARGEST);
 }
 
 static uint32_t fail(const uint32_t* number)
@@ -59,6 +70,8 @@ static uint32_t traced(uint32_t new_level, int32_t new_flag)
 {
 #ifdef __cplusplus
     KY_TRACE_FUNCTION();
+    const auto within = [] { KY_TRACE_FUNCTION(); }; /* hides nothing of the trace around it */
+    (void)within;
     return change(new_level, new_flag);
 #else
     uint32_t changed = 0;
