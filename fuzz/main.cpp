@@ -7,14 +7,9 @@
 #include <fstream>
 #include <iterator>
 #include <random>
-#include <string>
+#include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
-
-static void run(const std::string& input)
-{
-    LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(input.data()), input.size());
-}
 
 int main(int argc, char** argv)
 {
@@ -24,14 +19,15 @@ int main(int argc, char** argv)
     fflush(stdout); // in case the model aborts
     for (const auto& entry : std::filesystem::directory_iterator(CORPUS)) {
         std::ifstream file(entry.path(), std::ios::binary);
-        run({std::istreambuf_iterator<char>(file), {}});
+        const std::vector<uint8_t> input{std::istreambuf_iterator<char>(file), {}};
+        LLVMFuzzerTestOneInput(input.data(), input.size());
     }
     std::mt19937 random(seed);
     for (int i = 0; i < 2000; i++) {
-        std::string input(random() % 256, '\0');
-        for (char& byte : input) {
-            byte = static_cast<char>(random());
+        std::vector<uint8_t> input(random() % 256);
+        for (uint8_t& byte : input) {
+            byte = static_cast<uint8_t>(random());
         }
-        run(input);
+        LLVMFuzzerTestOneInput(input.data(), input.size());
     }
 }
