@@ -11,90 +11,91 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 export CMAKE_GENERATOR=Ninja # make may be absent
 
-quietly() {
-    "$@" > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+fail() { # MESSAGE
+    echo "$1"
+    exit 1
 }
 
-programs=0
-runs() { # WHAT PROGRAM LIBRARY_PATH
-    LD_LIBRARY_PATH=$3 "$2" > /dev/null 2>&1 || { echo "$1 does not run"; exit 1; }
-    programs=$((programs + 1))
+quietly() {
+    "$@" > "$work/log" 2>&1 || fail "$(cat "$work/log")"
+}
+
+make_in() { # FOLDER CMAKE_ARGUMENT...
+    folder=$work/$1
+    shift
+    quietly cmake -B "$folder" "$@"
+    quietly cmake --build "$folder"
 }
 
 libdir() { # PREFIX LIBRARY
     dirname "$(find "$1" -name "$2")"
 }
 
-quietly cmake --install "$build" --prefix "$work/first"
-mv "$work/first" "$work/moved"
-lib=$(libdir "$work/moved" libkriolilglu.so)
+runs() { # WHAT PROGRAM LIBRARY_PATH
+    LD_LIBRARY_PATH=$3 "$2" > /dev/null 2>&1 || fail "$1 does not run"
+}
 
-"$source/tests/abi/exports_test.sh" "$lib/libkriolilglu.so.1" "$source/abi/kriolilglu.map"
-"$source/tests/abi/hardening_test.sh" "$lib/libkriolilglu.so.1" "$source"
-"$work/moved/bin/kriolilglu" status 0 > /dev/null || { echo "the command does not run"; exit 1; }
-
-export PKG_CONFIG_PATH="$lib/pkgconfig"
-cflags=$(pkg-config --cflags kriolilglu)
-flags="$cflags $(pkg-config --libs kriolilglu)"
 strict='-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wcast-qual -Wundef
     -Wformat=2 -Wunused-const-variable -Werror'
 
-# shellcheck disable=SC2086 # a list of words
-version=$(echo KRIOLILGLU_VERSION_MAJOR.KRIOLILGLU_VERSION_MINOR.KRIOLILGLU_VERSION_PATCH |
-    gcc $cflags -include ky_common.h -E -P -x c - | tail -n 1 | tr -d ' ')
-stated="$(pkg-config --modversion kriolilglu) $(readlink "$lib/libkriolilglu.so.1")"
-if [ "$stated" != "$version libkriolilglu.so.$version" ]; then
-    echo "version $version in the headers, $stated elsewhere"
-    exit 1
-fi
+# shellcheck disable=SC2046,SC2086 # lists of words
+builds() { # COMPILER ARGUMENT...: a program, with the flags of pkg-config
+    quietly "$@" $strict $(pkg-config --cflags --libs kriolilglu) -o "$work/program"
+}
 
-# The module, and each header alone.
-in_every_standard() { # LANGUAGE "COMPILER..." "STANDARD..." FLAG...
-    language=$1
-    compilers=$2
-    standards=$3
-    shift 3
-    for compiler in $compilers; do
-        for standard in $standards; do
-            # shellcheck disable=SC2086 # lists of words
-            quietly "$compiler" "-std=$standard" $strict "$@" "$here/consumer.$language" $flags \
-                -o "$work/program"
-            runs "$compiler -std=$standard" "$work/program" "$lib"
-            for header in $headers; do
-                echo "#include \"$header\"" > "$work/header.$language"
-                # shellcheck disable=SC2086 # lists of words
-                quietly "$compiler" "-std=$standard" $strict "$@" $cflags -c -o "$work/header.o" \
-                    "$work/header.$language"
-            done
-        done
+# shellcheck disable=SC2046,SC2086 # lists of words
+each_header() { # LANGUAGE COMPILER FLAG...: compiles each header alone
+    file=$work/header.$1
+    shift
+    for header in $headers; do
+        echo "#include \"$header\"" > "$file"
+        quietly "$@" $strict $(pkg-config --cflags kriolilglu) -c -o "$work/header.o" "$file"
     done
 }
-headers=$(find "$work/moved" -name '*.h')
-in_every_standard c 'gcc clang' 'c99 c11 gnu11 c17 c2x'
-in_every_standard cpp 'g++ clang++' 'c++11 c++14 c++17 c++20 c++2b' -Wold-style-cast
-for header in $headers; do
-    # shellcheck disable=SC2086 # a list of words
-    echo "#include \"$header\"" |
-        quietly musl-gcc -Wall -Wextra -Werror $cflags -fsyntax-only -x c -
-done
 
-# AddressSanitizer in the program, then in the library.
-for compiler in gcc clang; do
-    # shellcheck disable=SC2086 # lists of words
-    quietly $compiler $strict -fsanitize=address "$here/pools.c" $flags -o "$work/program"
-    runs "$compiler -fsanitize=address" "$work/program" "$lib"
-    for fault in program library never twice; do
-        if LD_LIBRARY_PATH=$lib "$work/program" $fault > /dev/null 2> "$work/report" ||
-            ! grep -q use-after-poison "$work/report"; then
-            echo "$compiler -fsanitize=address does not report '$fault'"
-            exit 1
-        fi
+quietly cmake --install "$build" --prefix "$work/first"
+mv "$work/first" "$work/moved"
+lib=$(libdir "$work/moved" libkriolilglu.so)
+headers=$(find "$work/moved" -name '*.h')
+export PKG_CONFIG_PATH="$lib/pkgconfig"
+
+"$source/tests/abi/exports_test.sh" "$lib/libkriolilglu.so.1" "$source/abi/kriolilglu.map"
+"$source/tests/abi/hardening_test.sh" "$lib/libkriolilglu.so.1" "$source"
+"$work/moved/bin/kriolilglu" status 0 > /dev/null || fail "the command does not run"
+
+# shellcheck disable=SC2046 # a list of words
+version=$(echo KRIOLILGLU_VERSION_MAJOR.KRIOLILGLU_VERSION_MINOR.KRIOLILGLU_VERSION_PATCH |
+    gcc $(pkg-config --cflags kriolilglu) -include ky_common.h -E -P -x c - | tail -n 1 | tr -d ' ')
+stated="$(pkg-config --modversion kriolilglu) $(readlink "$lib/libkriolilglu.so.1")"
+[ "$stated" = "$version libkriolilglu.so.$version" ] ||
+    fail "version $version in the headers, $stated elsewhere"
+
+for compiler in gcc clang g++ clang++; do
+    case $compiler in
+    *++) language=cpp standards='c++11 c++14 c++17 c++20 c++2b' more=-Wold-style-cast ;;
+    *) language=c standards='c99 c11 gnu11 c17 c2x' more=-Wc++-compat ;;
+    esac
+    for standard in $standards; do
+        set -- "$compiler" "-std=$standard" "$more"
+        builds "$@" "$here/consumer.$language"
+        runs "$*" "$work/program" "$lib"
+        each_header "$language" "$@"
     done
 done
-quietly cmake -S "$source" -B "$work/sanitized" -DBUILD_TESTING=OFF -DKRIOLILGLU_SANITIZE=address
-quietly cmake --build "$work/sanitized"
-# shellcheck disable=SC2086 # lists of words
-quietly gcc $strict "$here/pools.c" $flags -o "$work/program"
+each_header c musl-gcc
+
+# AddressSanitizer in the program, then in the library.
+set -- -I "$source/tests/support" "$here/pools.cpp"
+for compiler in g++ clang++; do
+    builds "$compiler" -fsanitize=address "$@"
+    runs "$compiler -fsanitize=address" "$work/program" "$lib"
+    for fault in program library never twice; do
+        LD_LIBRARY_PATH=$lib "$work/program" $fault 2>&1 | grep -q use-after-poison ||
+            fail "$compiler -fsanitize=address does not report '$fault'"
+    done
+done
+make_in sanitized -S "$source" -DBUILD_TESTING=OFF -DKRIOLILGLU_SANITIZE=address
+builds g++ "$@"
 LD_PRELOAD=$(gcc -print-file-name=libasan.so) \
     runs "a program on a library with AddressSanitizer" "$work/program" "$work/sanitized"
 
@@ -103,8 +104,7 @@ found_by_cmake() { # WHAT LIBRARY_PATH CMAKE_ARGUMENT...
     path=$2
     shift 2
     rm -rf "$work/cmake"
-    quietly cmake -S "$here" -B "$work/cmake" "$@"
-    quietly cmake --build "$work/cmake"
+    make_in cmake -S "$here" "$@"
     runs "$what from C" "$work/cmake/consumer-c" "$path"
     runs "$what from C++" "$work/cmake/consumer-cpp" "$path"
 }
@@ -112,9 +112,8 @@ found_by_cmake() { # WHAT LIBRARY_PATH CMAKE_ARGUMENT...
 found_by_cmake "a moved installation" "$lib" -DCMAKE_PREFIX_PATH="$work/moved"
 
 # Non-default library and header folders.
-quietly cmake -S "$source" -B "$work/other" -DBUILD_TESTING=OFF \
+make_in other -S "$source" -DBUILD_TESTING=OFF \
     -DCMAKE_INSTALL_LIBDIR=lib64/switch -DCMAKE_INSTALL_INCLUDEDIR=headers
-quietly cmake --build "$work/other"
 quietly cmake --install "$work/other" --prefix "$work/other-prefix"
 found_by_cmake "an installation with other folders" "" \
     -Dkriolilglu_DIR="$work/other-prefix/lib64/switch/cmake/kriolilglu"
@@ -126,16 +125,12 @@ mkdir "$work/source"
 tar -c -C "$source" --exclude=./build --exclude=./.git --exclude=./platform . |
     tar -x -C "$work/source"
 rm -rf "$work/moved"
-quietly cmake -S "$work/source" -B "$work/system" -DBUILD_TESTING=OFF \
+make_in system -S "$work/source" -DBUILD_TESTING=OFF \
     -DKRIOLILGLU_PLATFORM=system -DCMAKE_PREFIX_PATH="$work/sdk"
-quietly cmake --build "$work/system"
 quietly cmake --install "$work/system" --prefix "$work/ours"
 lib=$(libdir "$work/ours" libkriolilglu.so)
 path=$lib:$(libdir "$work/sdk" libkylog.so)
 found_by_cmake "a library on the SDK's platform" "$path" -DCMAKE_PREFIX_PATH="$work/ours;$work/sdk"
 export PKG_CONFIG_PATH="$lib/pkgconfig"
-# shellcheck disable=SC2046 # lists of words
-quietly gcc "$here/consumer.c" $(pkg-config --cflags --libs kriolilglu) -o "$work/program"
+builds gcc "$here/consumer.c"
 runs "a library on the SDK's platform, by pkg-config" "$work/program" "$path"
-
-echo "$programs programs built against an installation and run"
