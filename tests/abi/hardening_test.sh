@@ -6,78 +6,68 @@ set -eu
 library=$1
 source_dir=$2
 relocations=${3-}
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-readelf -dW "$library" > "$work/dynamic"
-readelf -lW "$library" > "$work/segments"
-readelf -SW "$library" > "$work/sections"
-readelf -nW "$library" > "$work/notes"
-nm -D --undefined-only "$library" > "$work/imports"
+report=$(mktemp)
+trap 'rm -f "$report"' EXIT
+export LC_ALL=C
 failed=0
 
-expect() { # WHAT [is_not] COMMAND...
-    what=$1
-    shift
-    if ! "$@" > /dev/null; then
-        echo "failed: $what"
-        failed=1
-    fi
+fails() { # WHAT
+    echo "failed: $1"
+    failed=1
 }
-# shellcheck disable=SC2317 # expect calls it
-is_not() { ! "$@"; }
+has() { # WHAT PATTERN: a line of the report matches
+    grep -qE "$2" "$report" || fails "$1"
+}
+lacks() { # WHAT PATTERN
+    ! grep -qE "$2" "$report" || fails "$1"
+}
 
-sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' "$work/dynamic" | sort | tr '\n' ' ' > "$work/needed"
-expect "it needs only the two platform libraries and libc" \
-    grep -qxE '(ld[-a-z0-9]*\.so\.[0-9] )?libc\.so\.6 libkycomp\.so[.0-9]* libkylog\.so[.0-9]* ' \
-    "$work/needed"
+nm -D --undefined-only "$library" > "$report"
+asked=$(sed -n 's/.* U \(cl_\|dbg_\|g_ky_\|ky_\)/\1/p' "$report" | sort | xargs)
+readelf -hdlnrSW "$library" >> "$report"
+needed=$(sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' "$report" | sort | xargs)
+{
+    echo "needed: $needed"
+    echo "asked: $asked"
+    objdump -d --no-show-raw-insn "$library" 2> /dev/null || true # if it knows this CPU
+    # GCC records its options in the debug information, if present; clang does not.
+    readelf --debug-dump=info "$library" | grep 'GNU C++' || true
+} >> "$report"
+
+has "it needs only the two platform libraries and libc" \
+    '^needed: (ld[-a-z0-9]*\.so\.[0-9] )?libc\.so\.6 libkycomp\.so[.0-9]* libkylog\.so[.0-9]*$'
 # What the SDK's own platform libraries export; the rest of their interface is inline.
-echo cl_free cl_malloc cl_qcpool_destroy cl_qcpool_get cl_qmap_get cl_qmap_init cl_qmap_insert \
-    cl_qmap_remove cl_qmap_remove_item cl_qpool_init cl_spinlock_acquire cl_spinlock_release \
-    dbg_utils_print_module_header dbg_utils_print_table_data_line dbg_utils_print_table_headline \
-    g_ky_log_module_func_enable ky_log ky_trace_cbuff_log | tr ' ' '\n' > "$work/offered"
-sed -n 's/.* U \(cl_\|dbg_\|g_ky_\|ky_\)/\1/p' "$work/imports" | LC_ALL=C sort > "$work/asked"
-expect "it imports exactly what the platform libraries export" \
-    diff "$work/offered" "$work/asked"
-expect "its soname is libkriolilglu.so.1" \
-    grep -q '(SONAME).*\[libkriolilglu\.so\.1\]' "$work/dynamic"
-expect "it is bound at load (BIND_NOW)" grep -q '(FLAGS_1).*NOW' "$work/dynamic"
-expect "relocated data is read-only after load (RELRO)" grep -q GNU_RELRO "$work/segments"
-expect "its stack is not executable" grep -qE 'GNU_STACK.* RW +0x' "$work/segments"
-expect "no segment is writable and executable" is_not grep -qE 'LOAD.* RWE ' "$work/segments"
-expect "it has no thread-local state" is_not grep -q ' TLS ' "$work/segments"
-expect "it has no text relocations" is_not grep -q TEXTREL "$work/dynamic"
+offered="cl_free cl_malloc cl_qcpool_destroy cl_qcpool_get cl_qmap_get cl_qmap_init cl_qmap_insert \
+cl_qmap_remove cl_qmap_remove_item cl_qpool_init cl_spinlock_acquire cl_spinlock_release \
+dbg_utils_print_module_header dbg_utils_print_table_data_line dbg_utils_print_table_headline \
+g_ky_log_module_func_enable ky_log ky_trace_cbuff_log"
+has "it imports exactly what the platform libraries export" "^asked: $offered\$"
+has "its soname is libkriolilglu.so.1" '\(SONAME\).*\[libkriolilglu\.so\.1\]'
+has "it is bound at load (BIND_NOW)" '\(FLAGS_1\).*NOW'
+has "relocated data is read-only after load (RELRO)" GNU_RELRO
+has "its stack is not executable" 'GNU_STACK.* RW +0x'
+lacks "no segment is writable and executable" 'LOAD.* RWE '
+lacks "it has no thread-local state" ' TLS '
+lacks "it has no text relocations" TEXTREL
 if [ "$relocations" = packed ]; then
-    readelf -rW "$library" > "$work/relocations"
-    expect "relative relocations are packed" grep -q ' \.relr\.dyn ' "$work/sections"
-    expect "no relative relocation is unpacked" is_not grep -q _RELATIVE "$work/relocations"
+    has "relative relocations are packed" ' \.relr\.dyn '
+    lacks "no relative relocation is unpacked" _RELATIVE
 fi
-expect "no symbol has a version" is_not grep -q '\.gnu\.version_d' "$work/sections"
-protected() {
-    expect "indirect branches and returns are protected" grep -q "$1" "$work/notes"
-}
-case $(readelf -hW "$library") in
-*X86-64*)
-    protected 'x86 feature: IBT, SHSTK'
-    if objdump -d --no-show-raw-insn "$library" > "$work/code" 2> /dev/null; then
-        # Atomics are relaxed, and the lock is the component library's; xchg with memory locks, too.
-        expect "no instruction is locked, and none is a fence" is_not \
-            grep -E '[[:space:]](lock|[lms]fence|xchg .*\(.*)([[:space:]]|$)' "$work/code"
-    fi
-    ;;
-*AArch64*) protected 'AArch64 feature: BTI, PAC' ;;
-esac
-expect "no code runs at load or unload" is_not \
-    grep -E '\((INIT|FINI|[A-Z_]*_ARRAY)\)' "$work/dynamic"
-expect "no import is weak or registers code to run at unload" is_not \
-    grep -E ' [wv] |__cxa_' "$work/imports"
-expect "it contains no path of the build machine" is_not grep -qF "$source_dir/" "$library"
-expect "functions with arrays have a stack protector" grep -q '__stack_chk_fail' "$work/imports"
-if [ -e "$(dirname "$library")/libkylog.so" ]; then
-    nm -D --undefined-only "$(dirname "$library")/libkylog.so" > "$work/imports"
-    expect "formatted output is fortified" grep -q '_chk' "$work/imports"
+lacks "no symbol has a version" '\.gnu\.version_d'
+if grep -qE 'Machine: .*(X86-64|AArch64)' "$report"; then
+    has "indirect branches and returns are protected" \
+        'x86 feature: IBT, SHSTK|AArch64 feature: BTI, PAC'
+    # Atomics are relaxed, and the lock is the component library's; xchg with memory locks, too.
+    lacks "no instruction is locked, and none is a fence" \
+        '[[:space:]](lock|[lms]fence|xchg .*\(.*)([[:space:]]|$)'
 fi
-# GCC records its options in the debug information, if present; clang does not.
-if readelf --debug-dump=info "$library" | grep 'GNU C++' > "$work/options"; then
-    expect "stack frames are probed" is_not grep -vq -e '-fstack-clash-protection' "$work/options"
+lacks "no code runs at load or unload" '\((INIT|FINI|[A-Z_]*_ARRAY)\)'
+lacks "no import is weak or registers code to run at unload" '^ +[wv] |__cxa_'
+has "functions with arrays have a stack protector" 'U __stack_chk_fail'
+! grep 'GNU C++' "$report" | grep -qv -e -fstack-clash-protection || fails "stack frames are probed"
+! grep -qF "$source_dir/" "$library" || fails "it contains no path of the build machine"
+kylog=$(dirname "$library")/libkylog.so
+if [ -e "$kylog" ]; then
+    nm -D --undefined-only "$kylog" | grep -q _chk || fails "formatted output is fortified"
 fi
 exit "$failed"
