@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Fails unless every line of the library's sources is covered, and every branch both ways. Reads
-the output of `llvm-cov export` from standard input; run it in the root of the tree.
+"""Fails unless every block of the library's sources is entered, so that every line is covered, and
+every branch is taken both ways. Reads the output of `llvm-cov export` from standard input; run it
+in the root of the tree.
 
-A branch in a macro counts at each use of the macro, so each log statement must be covered printed
-and suppressed. A branch in a lambda of a macro counts once, like one in a template. Unreachable
-code is in a block that opens with "// not reached: WHY"; it is an error if the tests cover it all
-the same.
+What is in a macro counts at each use of the macro, so each log statement must be covered printed
+and suppressed. What is in a lambda of a macro counts once, like in a template. Unreachable code is
+in a block that opens with "// not reached: WHY"; it is an error if the tests cover it all the same.
 """
 import collections
 import json
@@ -16,48 +16,26 @@ import sys
 
 FOLDERS = ("adviser", "port_type_validate", "router_validate", "utils")
 SOURCES = re.compile("(%s)/" % "|".join(FOLDERS))
-KINDS = {"lines": re.compile(r"\{"), "branches": re.compile(r"\b(if|for|while) \(")}  # if any
+KINDS = {"blocks": re.compile(r"\{"), "branches": re.compile(r"\b(if|for|while) \(")}  # if any
 
 
-def lines(segments):
-    """Yields the execution count of each line, as llvm-cov's own reports count."""
-    starts = collections.defaultdict(list)
-    for line, _, count, has_count, is_entry, is_gap in segments:
-        starts[line].append((count if has_count else -1, is_entry and not is_gap))
-    above = -1  # the count that continues from the line before
-    for line in range(segments[0][0], segments[-1][0] + 1):
-        counts = [count for count, is_start in starts[line] if is_start]
-        if max([above, *counts]) >= 0 and counts[:1] != [-1]:  # -1 is a blank line
-            yield line, max([above, *counts])
-        above = starts[line][-1][0] if starts[line] else above
-
-
-def branches(functions):
-    """Counts each branch both ways, by its places: in the macro, where the macro is used, ..."""
-    ways = collections.defaultdict(lambda: [0, 0])
+def items(functions):
+    """Yields each item to cover in each function: its places (in the macro, where the macro is
+    used, ...), its kind, the error message if its count is 0, and its count."""
     for function in functions:
         names = [os.path.normpath(name) for name in function["filenames"]]
         uses = {region[6]: region for region in function["regions"] if region[7] == 1}  # of macros
+
+        def places(line, column, file):
+            use = places(*uses[file][:2], uses[file][5]) if file in uses else ()
+            return (names[file], line, column), *use
+
+        for line, column, end, _, count, file, _, kind in function["regions"]:
+            if kind == 0 and end > line:  # code; the arms of a conditional expression are branches
+                yield places(line, column, file), "blocks", "is never entered", count
         for line, column, _, _, true, false, file, *_ in function["branches"]:
-            places = [(names[file], line, column)]
-            while file in uses:
-                line, column, file = uses[file][0], uses[file][1], uses[file][5]
-                places.append((names[file], line, column))
-            ways[tuple(places)][0] += true
-            ways[tuple(places)][1] += false
-    return ways
-
-
-def items(data):
-    """Yields each item to cover: file, line, kind, count, and the error message if it is 0."""
-    for file in data["files"]:
-        for line, count in lines(file["segments"]) if file["segments"] else ():
-            yield os.path.normpath(file["filename"]), line, "lines", count, "not covered"
-    for places, ways in sorted(branches(data["functions"]).items()):
-        (name, line, column), macro = places[-1], "%s:%d" % places[0][:2]
-        text = f"column {column}" + (f" (in {macro})" if len(places) > 1 else "")
-        for way, count in zip(("true", "false"), ways):
-            yield name, line, "branches", count, f"{text} is never {way}"
+            yield places(line, column, file), "branches", "is never true", true
+            yield places(line, column, file), "branches", "is never false", false
 
 
 def exempt(name):
@@ -72,15 +50,21 @@ def exempt(name):
             indent = len(text) - len(text.lstrip())
 
 
+counts = collections.Counter()
+for *item, count in items(json.load(sys.stdin)["data"][0]["functions"]):
+    counts[tuple(item)] += count
 seen, faults, marked = collections.defaultdict(lambda: [0, 0]), [], {}
-for name, line, kind, count, fault in items(json.load(sys.stdin)["data"][0]):
+for (places, kind, fault), count in sorted(counts.items()):
+    (name, line, column), macro = places[-1], "%s:%d" % places[0][:2]
     if not SOURCES.match(name):
         continue
     marks = marked.setdefault(name, set(exempt(name)))
-    if line in marks or -line in marks and fault.endswith("never true"):
+    never = fault == "is never true" or fault == "is never entered" and count == 0
+    if line in marks or -line in marks and never:
         faults += [f"{name}:{line}: covered, but marked as not reached"] if count else []
         continue
-    faults += [] if count else [f"{name}:{line}: {fault}"]
+    place = f"column {column}" + (f" (in {macro})" if len(places) > 1 else "")
+    faults += [] if count else [f"{name}:{line}: {place} {fault}"]
     for key in (name, kind), ("all", kind):
         seen[key] = [seen[key][0] + (count > 0), seen[key][1] + 1]
 for name in sorted({name for name, _ in seen}, key=lambda name: (name == "all", name)):
