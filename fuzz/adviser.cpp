@@ -142,18 +142,14 @@ void deinit()
 /* The status of registering or deregistering, if allocations succeed. */
 ky_status_t expected(bool adds, adviser_event_t event, uint32_t place)
 {
-    if (adds && event == PRE_FAILED) {
-        return KY_STATUS_PARAM_ERROR;
-    }
-    if (!registry.is_initialised) {
-        return KY_STATUS_DB_NOT_INITIALIZED;
-    }
-    if (!adds) {
-        return is_registered(event, place) ? KY_STATUS_SUCCESS : KY_STATUS_ENTRY_NOT_FOUND;
-    }
-    return is_registered(event, place)                   ? KY_STATUS_ENTRY_ALREADY_EXISTS
-           : registry.registrations == REGISTRATIONS_MAX ? KY_STATUS_NO_RESOURCES
-                                                         : KY_STATUS_SUCCESS;
+    const bool is_there = is_registered(event, place);
+    const bool is_full = registry.registrations == REGISTRATIONS_MAX;
+    return adds && event == PRE_FAILED ? KY_STATUS_PARAM_ERROR
+           : !registry.is_initialised  ? KY_STATUS_DB_NOT_INITIALIZED
+           : !adds && !is_there        ? KY_STATUS_ENTRY_NOT_FOUND
+           : adds && is_there          ? KY_STATUS_ENTRY_ALREADY_EXISTS
+           : adds && is_full           ? KY_STATUS_NO_RESOURCES
+                                       : KY_STATUS_SUCCESS;
 }
 
 void change(bool adds, adviser_event_t event, uint32_t place, bool has_memory)

@@ -15,8 +15,7 @@ int main(int argc, char** argv)
 {
     const uint32_t seed =
         argc > 1 ? static_cast<uint32_t>(strtoul(argv[1], nullptr, 10)) : std::random_device()();
-    printf("seed %u\n", seed);
-    fflush(stdout); // in case the model aborts
+    fprintf(stderr, "seed %u\n", seed); // unbuffered, in case the model aborts
     for (const auto& entry : std::filesystem::directory_iterator(CORPUS)) {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::vector<uint8_t> input{std::istreambuf_iterator<char>(file), {}};
