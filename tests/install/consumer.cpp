@@ -7,8 +7,6 @@ struct limits {
     static const uint32_t largest = 10; // not defined: a log statement takes it by value
 };
 
-uint32_t consume_again(uint32_t function, uint32_t arguments);
-
 uint32_t consume_again(uint32_t function, uint32_t arguments)
 {
     KY_TRACE_FUNCTION();
