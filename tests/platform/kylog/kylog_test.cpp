@@ -31,9 +31,6 @@ TEST(KylogTest, WritesALineAMessageAtOnce)
         const ssize_t size = recv(ends[1], text, sizeof text, MSG_DONTWAIT);
         EXPECT_EQ(std::string(text, size < 0 ? 0 : static_cast<size_t>(size)), expected);
     }
-    for (const int end : {ends[0], ends[1], standard_error}) {
-        close(end);
-    }
 }
 
 TEST(KylogTest, TraceBufferKeepsTheNewestRecordsOfManyThreads)
