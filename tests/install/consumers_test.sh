@@ -56,7 +56,7 @@ each_header() { # LANGUAGE COMPILER FLAG...: compiles each header alone
 quietly cmake --install "$build" --prefix "$work/first"
 mv "$work/first" "$work/moved"
 lib=$(libdir "$work/moved" libkriolilglu.so)
-headers=$(find "$work/moved" -name '*.h')
+headers="$(find "$work/moved" -name '*.h') $source/tests/utils/log_module.c" # uses the macros
 export PKG_CONFIG_PATH="$lib/pkgconfig"
 
 "$source/tests/abi/exports_test.sh" "$lib/libkriolilglu.so.1" "$source/abi/kriolilglu.map"
@@ -72,14 +72,14 @@ stated="$(pkg-config --modversion kriolilglu) $(readlink "$lib/libkriolilglu.so.
 
 for compiler in gcc clang g++ clang++; do
     case $compiler in
-    *++) language=cpp standards='c++11 c++14 c++17 c++20 c++2b' more=-Wold-style-cast ;;
+    *++) language=c++ standards='c++11 c++14 c++17 c++20 c++2b' more=-Wold-style-cast ;;
     *) language=c standards='c99 c11 gnu11 c17 c2x' more=-Wc++-compat ;;
     esac
     for standard in $standards; do
-        set -- "$compiler" "-std=$standard" "$more"
-        builds "$@" "$here/consumer.$language"
+        set -- "$compiler" "-std=$standard"
+        builds "$@" -x "$language" "$source/examples/iptv.c" -x none
         runs "$*" "$work/program" "$lib"
-        each_header "$language" "$@"
+        each_header "$language" "$@" "$more"
     done
 done
 each_header c musl-gcc
@@ -132,5 +132,5 @@ lib=$(libdir "$work/ours" libkriolilglu.so)
 path=$lib:$(libdir "$work/sdk" libkylog.so)
 found_by_cmake "a library on the SDK's platform" "$path" -DCMAKE_PREFIX_PATH="$work/ours;$work/sdk"
 export PKG_CONFIG_PATH="$lib/pkgconfig"
-builds gcc "$here/consumer.c"
+builds gcc "$source/examples/iptv.c"
 runs "a library on the SDK's platform, by pkg-config" "$work/program" "$path"
