@@ -233,7 +233,7 @@ int ky_trace_cbuff_log(const char*, ...)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     input = {data, size};
-    uint32_t verbosity = KY_LOG_LEVEL_MAX;
+    uint32_t verbosity = one_of<uint32_t>({KY_LOG_LEVEL_MAX, KY_LOG_LEVEL(KY_LOG_MASK_ERROR)});
     adviser_log_verbosity_level(KY_ACCESS_CMD_SET, &verbosity);
     KY_STORE(g_ky_log_module_func_enable, 1);
     init();
