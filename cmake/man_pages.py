@@ -108,7 +108,9 @@ def declaration(member):
     kind = member.get("kind")
     if kind == "enum":
         name = name_of(member)
-        return f"KY_ENUM({name});" if name.endswith("_t") else f"enum {name};"
+        return f"enum {name};" if not name.endswith("_t") else (
+            f"typedef uint32_t {name}; enum {name}_values; /* C */\n"
+            f"enum {name} : uint32_t; /* C++ */")
     if kind == "struct":
         place = member.find("location")
         lines = (source / place.get("bodyfile")).read_text().splitlines()

@@ -27,13 +27,14 @@
  *  @{ */
 
 /** Begins an enumeration of 32 bits, unsigned in C and in C++. A value without a constant is valid;
- *  of a plain C enumeration a compiler may assume that it does not occur. */
+ *  of a plain C enumeration a compiler may assume that it does not occur. In C a debugger shows
+ *  the constant of a number that is cast to `enum name_values`. */
 #ifdef __cplusplus
 #define KY_ENUM(name) enum name : uint32_t
 #else
 #define KY_ENUM(name)      \
     typedef uint32_t name; \
-    enum
+    enum name##_values
 #endif
 
 /** @} */
