@@ -70,8 +70,8 @@ ky_status_t utils_db_qmap_del(
     cl_qmap_t* map_p, cl_qpool_t* pool_p, utils_map_item_to_record_t record_of_item,
     utils_record_to_pool_item_t pool_item_of_record)
 {
-    for (cl_map_item_t* item = cl_qmap_head(map_p); item != cl_qmap_end(map_p);
-         item = cl_qmap_head(map_p)) {
+    while (cl_is_qmap_empty(map_p) == 0) {
+        cl_map_item_t* item = cl_qmap_head(map_p);
         cl_qmap_remove_item(map_p, item);
         cl_qpool_put(pool_p, pool_item_of_record(record_of_item(item)));
     }

@@ -41,6 +41,24 @@ namespace {
 
 using Item = cl_map_item_t;
 
+/* Reports a map that is not initialised as the inline accessors do; returns its end item. Callers
+ * end with this call, so that they need no stack frame for it. */
+[[gnu::cold, gnu::noinline]] Item* report_unusable(
+    const cl_qmap_t* map, const char* function = __builtin_FUNCTION(), int line = __builtin_LINE())
+{
+    cl_assert_report(__FILE_NAME__, line, function);
+    return const_cast<Item*>(&map->end);
+}
+
+/* Initialises the map, which would otherwise lose the item. */
+// NOLINTNEXTLINE(misc-no-recursion): once, because the map is initialised then
+[[gnu::cold, gnu::noinline]] Item* insert_into_unusable(cl_qmap_t* map, uint64_t key, Item* item)
+{
+    report_unusable(map, "cl_qmap_insert");
+    cl_qmap_init(map);
+    return cl_qmap_insert(map, key, item);
+}
+
 /* Selects a child by a conditional move: no branch to mispredict, and both children are loaded in
  * parallel with the key that selects. Without the two asm statements the compiler emits a
  * branch. */
@@ -118,6 +136,9 @@ void cl_qmap_init(cl_qmap_t* map)
 
 cl_map_item_t* cl_qmap_get(const cl_qmap_t* map, uint64_t key)
 {
+    if (map->state != CL_INITIALIZED) {
+        return report_unusable(map);
+    }
     const Item* item = map->end.child[0];
     while (item != &map->end && item->key != key) {
         item = child_of(item, item->key < key);
@@ -125,8 +146,12 @@ cl_map_item_t* cl_qmap_get(const cl_qmap_t* map, uint64_t key)
     return const_cast<Item*>(item);
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as above
 cl_map_item_t* cl_qmap_insert(cl_qmap_t* map, uint64_t key, cl_map_item_t* item)
 {
+    if (map->state != CL_INITIALIZED) {
+        return insert_into_unusable(map, key, item);
+    }
     Item* end = &map->end;
     Item* parent = end;
     int side = 0;
@@ -163,6 +188,10 @@ cl_map_item_t* cl_qmap_remove(cl_qmap_t* map, uint64_t key)
 
 void cl_qmap_remove_item(cl_qmap_t* map, cl_map_item_t* item)
 {
+    if (map->state != CL_INITIALIZED) {
+        report_unusable(map);
+        return;
+    }
     Item* end = &map->end;
     item->prev->next = item->next;
     item->next->prev = item->prev;

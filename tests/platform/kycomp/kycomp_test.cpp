@@ -1,6 +1,7 @@
 // The stand-in for the component library, as far as the library depends on it.
 #include <complib/cl_qmap.h>
 #include <complib/cl_qpool.h>
+#include <ky_utils.h>
 
 #include <gtest/gtest.h>
 
@@ -95,6 +96,31 @@ TEST(AssertDeathTest, AccessorsReportAndGoOn)
         ".*TRACE_CBUFF: ASSERT - Retrieved a list of [1-9][0-9]* elements.\n"
         ".*TRACE_CBUFF: ASSERT - Element 0: .*\\].\n");
     EXPECT_DEATH(cl_qpool_put(nullptr, nullptr), "complib/cl_qpool.h.*- cl_qpool_put");
+}
+
+TEST(AssertDeathTest, AMapThatIsNotInitialisedIsReportedAndEmpty)
+{
+    cl_qmap_t map = {};
+    cl_map_item_t item = {};
+    using Call = bool (*)(cl_qmap_t*, cl_map_item_t*);
+    const std::pair<const char*, Call> rows[] = {
+        {"cl_qmap_get", [](auto* m, auto*) { return cl_qmap_get(m, 0) == &m->end; }},
+        {"cl_qmap_get", [](auto* m, auto*) { return cl_qmap_remove(m, 0) == &m->end; }},
+        {"cl_qmap_insert",
+         [](auto* m, auto* i) { return cl_qmap_insert(m, 0, i) == i && cl_qmap_get(m, 0) == i; }},
+        {"cl_qmap_remove_item",
+         [](auto* m, auto* i) {
+             cl_qmap_remove_item(m, i);
+             return m->count == 0;
+         }},
+        {"cl_is_qmap_empty", [](auto* m, auto*) {
+             return utils_db_qmap_del(m, nullptr, nullptr, nullptr) == KY_STATUS_SUCCESS;
+         }}};
+    for (const auto& [function, is_harmless] : rows) {
+        EXPECT_EXIT(
+            _Exit(is_harmless(&map, &item) ? 0 : 1), testing::ExitedWithCode(0),
+            std::string("ASSERT in [a-z_/]*\\.(cpp|h)\\[[0-9]+\\]- ") + function + "\n.*Element 0");
+    }
 }
 
 } // namespace

@@ -2,7 +2,10 @@
  *
  * It allocates nothing: an insert cannot fail for lack of memory, and a map needs no destruction.
  * Get, insert and remove take O(log n), all else O(1). Maps are not thread-safe: threads that share
- * one must serialise their calls. */
+ * one must serialise their calls.
+ *
+ * The functions report a map that is not initialised as the inline accessors do. To get and remove
+ * it is empty; insert initialises it. */
 #ifndef COMPLIB_CL_QMAP_H
 #define COMPLIB_CL_QMAP_H
 
