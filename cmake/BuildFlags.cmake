@@ -1,6 +1,6 @@
-# Two interface targets: kriolilglu_flags for everything built here; kriolilglu_library_flags, which
-# includes it, for what ships. A flag that the compiler or the linker does not support for
-# this CPU is left out.
+# Three interface targets, each of which includes the one before: kriolilglu_flags for everything
+# built here, kriolilglu_shipped_flags for what ships, and kriolilglu_library_flags for libraries. A
+# flag that the compiler or the linker does not support for this CPU is left out.
 
 include(CheckCompilerFlag)
 include(CheckLinkerFlag)
@@ -37,17 +37,21 @@ compile_with(kriolilglu_flags
   # The binary does not depend on the location of the tree.
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=.")
 
-add_library(kriolilglu_library_flags INTERFACE)
-target_link_libraries(kriolilglu_library_flags INTERFACE kriolilglu_flags)
-compile_with(kriolilglu_library_flags
+add_library(kriolilglu_shipped_flags INTERFACE)
+target_link_libraries(kriolilglu_shipped_flags INTERFACE kriolilglu_flags)
+compile_with(kriolilglu_shipped_flags
   -Wmissing-declarations
-  -fno-exceptions -fno-rtti
-  -fsemantic-interposition # clang assumes that nothing is interposed
   -fno-plt # symbols are bound at load, so a PLT has no use
   -fstack-protector-strong -fstack-clash-protection
   -fcf-protection=full -mbranch-protection=standard) # x86, Arm
+link_with(kriolilglu_shipped_flags LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
+
+add_library(kriolilglu_library_flags INTERFACE)
+target_link_libraries(kriolilglu_library_flags INTERFACE kriolilglu_shipped_flags)
+compile_with(kriolilglu_library_flags
+  -fno-exceptions -fno-rtti
+  -fsemantic-interposition) # clang assumes that nothing is interposed
 link_with(kriolilglu_library_flags
-  LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack
   # A DT_NEEDED entry for every library linked; Debian's gcc would omit libc's.
   LINKER:--no-as-needed)
 
@@ -84,7 +88,7 @@ if(KRIOLILGLU_SANITIZE)
     $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>) # needs the C++ runtime
   target_link_options(kriolilglu_flags INTERFACE -fsanitize=${KRIOLILGLU_SANITIZE})
 else()
-  target_compile_options(kriolilglu_library_flags INTERFACE
+  target_compile_options(kriolilglu_shipped_flags INTERFACE
     -U_FORTIFY_SOURCE $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
   link_with(kriolilglu_library_flags LINKER:-z,defs)
 endif()

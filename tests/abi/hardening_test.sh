@@ -1,11 +1,12 @@
 #!/bin/sh
-# hardening_test.sh LIBRARY SOURCE_DIR [packed]: reads the effect of compiler and linker flags back
-# from the library; "packed" requires packed relocations.
+# hardening_test.sh LIBRARY COMMAND SOURCE_DIR [packed]: reads the effect of compiler and linker flags
+# back from the library, and from the command; "packed" requires packed relocations.
 set -eu
 
 library=$1
-source_dir=$2
-relocations=${3-}
+command=$2
+source_dir=$3
+relocations=${4-}
 report=$(mktemp)
 trap 'rm -f "$report"' EXIT
 export LC_ALL=C
@@ -66,6 +67,8 @@ lacks "no import is weak or registers code to run at unload" '^ +[wv] |__cxa_'
 has "functions with arrays have a stack protector" 'U __stack_chk_fail'
 ! grep 'GNU C++' "$report" | grep -qv -e -fstack-clash-protection || fails "stack frames are probed"
 ! grep -qF "$source_dir/" "$library" || fails "it contains no path of the build machine"
+readelf -dW "$command" | grep -q '(FLAGS_1).*NOW PIE' ||
+    fails "the command, too, is bound at load, to any address"
 kylog=$(dirname "$library")/libkylog.so
 if [ -e "$kylog" ]; then
     nm -D --undefined-only "$kylog" | grep -q _chk || fails "formatted output is fortified"

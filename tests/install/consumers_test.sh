@@ -60,7 +60,8 @@ headers="$(find "$work/moved" -name '*.h') $source/tests/utils/log_module.c" # u
 export PKG_CONFIG_PATH="$lib/pkgconfig"
 
 "$source/tests/abi/exports_test.sh" "$lib/libkriolilglu.so.1" "$source/abi/kriolilglu.map"
-"$source/tests/abi/hardening_test.sh" "$lib/libkriolilglu.so.1" "$source"
+"$source/tests/abi/hardening_test.sh" "$lib/libkriolilglu.so.1" "$work/moved/bin/kriolilglu" \
+    "$source"
 "$work/moved/bin/kriolilglu" status 0 > /dev/null || fail "the command does not run"
 
 # shellcheck disable=SC2046 # a list of words
