@@ -161,8 +161,8 @@ adviser_register_event(ky_access_cmd_t cmd, adviser_event_t event, adviser_cb_t 
  *  in a rollback is logged, and the rollback goes on.
  *
  *  @param event       1 to ADVISER_EVENT_MAX
- *  @param event_data  argument of the callbacks, which the adviser does not read; its type is
- *                     agreed between the caller and the callbacks of the event; may be null
+ *  @param event_data  argument of the callbacks, which the adviser does not read; the module of
+ *                     the SDK that processes the event documents it; may be null
  *  @return            the status of the callback that fails, whatever a rollback returns, or
  *  @retval KY_STATUS_SUCCESS              all callbacks succeed, or none is registered
  *  @retval KY_STATUS_PARAM_EXCEEDS_RANGE  event is not 1 to ADVISER_EVENT_MAX

@@ -31,11 +31,13 @@ def entry(tag, text, width=""):
 
 
 def table(element):
-    """Lines of a tag, the first column, and the others behind it."""
+    """Lines of a tag, the first column, and the others behind it, or below it if some are long."""
     rows = [["".join(cell.itertext()).strip() for cell in row] for row in element.findall("row")]
     width = max(len(row[0]) for row in rows[1:]) + 2
-    lines = [entry(first, linked(": ".join(others)), width) for first, *others in rows[1:]]
-    return "\n".join([".PP", ".PD 0", *lines, ".PD", ".PP"])
+    apart = width > 30
+    lines = [entry(first, linked(": ".join(others)), 4 if apart else width)
+             for first, *others in rows[1:]]
+    return "\n".join([".PP", *(lines if apart else [".PD 0", *lines, ".PD"]), ".PP"])
 
 
 def items(element):

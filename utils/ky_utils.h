@@ -204,7 +204,7 @@ extern cl_spinlock_t utils_mem_type_count_lock;
 /** Allocates a block of memory. It is not cleared, and the caller owns it until utils_memory_put.
  *  Of the failures only a null pointer is logged.
  *
- *  @param[out] buffer_pp  the block; null after KY_STATUS_NO_MEMORY
+ *  @param[out] buffer_pp  the block, aligned to 4 bytes; null after KY_STATUS_NO_MEMORY
  *  @param size            size in bytes; may be 0
  *  @param mem_type        memory type, KY_MEM_TYPE_COS (1) to KY_MEM_TYPE_TELEMETRY (17)
  *  @retval KY_STATUS_SUCCESS              the block is allocated
@@ -217,7 +217,7 @@ ky_status_t utils_memory_get(void** buffer_pp, uint32_t size, uint32_t mem_type)
 /** Allocates a block for an array and clears it. The caller owns it until utils_memory_put. Of the
  *  failures only a null pointer and an array that is too large are logged.
  *
- *  @param[out] buffer_pp  the block; null after KY_STATUS_NO_MEMORY
+ *  @param[out] buffer_pp  the block, aligned to 4 bytes; null after KY_STATUS_NO_MEMORY
  *  @param count           number of elements
  *  @param size            size of an element in bytes
  *  @param mem_type        memory type, KY_MEM_TYPE_COS (1) to KY_MEM_TYPE_TELEMETRY (17)
