@@ -48,7 +48,7 @@ need() {
         as_root='sudo env'
     else
         say "packages are missing; install them and run the script again:"
-        say "    apt-get install --no-install-recommends$missing"
+        say "    apt-get update && apt-get install -y --no-install-recommends$missing"
         exit 1
     fi
     say "installing$missing"
@@ -58,7 +58,7 @@ need() {
 }
 
 # Runs mmdebstrap hooks in sequence on a clean Debian that has the packages and the source tree in
-# /source. The output goes to the file $log.
+# /source. The output goes to the file $log, and its notes, as those of quietly, also to the user.
 in_clean_debian() { # RELEASE CPUS PACKAGES HOOK...
     release=$1
     cpus=$2
@@ -74,14 +74,15 @@ in_clean_debian() { # RELEASE CPUS PACKAGES HOOK...
     source=$(mktemp)
     tar -c -C "$root" --exclude=./build --exclude=./.git -f "$source" .
     log=$root/build/$self-$release.log
-    status=0
     # shellcheck disable=SC2016 # $1 is the hook's: the root folder of that Debian
-    mmdebstrap --variant=apt --architectures="$cpus" --include="$packages" \
-        --customize-hook='mkdir "$1/source"' \
-        --customize-hook="tar-in '$source' /source" \
-        "$@" "$release" /dev/null > "$log" 2>&1 < /dev/null || status=$?
+    {
+        mmdebstrap --variant=apt --architectures="$cpus" --include="$packages" \
+            --customize-hook='mkdir "$1/source"' \
+            --customize-hook="tar-in '$source' /source" \
+            "$@" "$release" /dev/null < /dev/null || echo failed
+    } 2>&1 | tee "$log" | sed -un "s/^note: /$self: /p" >&2
     rm "$source"
-    if [ "$status" != 0 ]; then
+    if [ "$(tail -n 1 "$log")" = failed ]; then
         cat "$log" >&2
         say "failed"
         exit 1
