@@ -22,10 +22,15 @@ static void set_verbosity(uint32_t level)
     KY_STORE(verbosity, level);
 }
 
+static uint32_t level_of(uint32_t mask)
+{
+    return KY_LOG_LEVEL(mask);
+}
+
 static void say_bare(void)
 {
     // NOLINTBEGIN(readability-braces-around-statements): the statement must work without braces
-    if (verbosity == 0)
+    if (verbosity < level_of(KY_LOG_MASK_ERROR))
         (void)KY_LOG_ERROR("not printed\n");
     else
         KY_LOG_ERROR("bare\n");
@@ -56,8 +61,7 @@ static void say_much(void)
 
 static uint32_t fail(const uint32_t* number)
 {
-    const uint32_t status = 13; /* a number that the caller has, in C++ too */
-    return KY_FAIL(status, "%u is wrong\n", *number);
+    return KY_FAIL(KY_STATUS_PARAM_ERROR, "%u is wrong\n", *number);
 }
 
 static uint32_t change(uint32_t level, int32_t flag)
