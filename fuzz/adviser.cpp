@@ -144,12 +144,13 @@ ky_status_t expected(bool adds, adviser_event_t event, uint32_t place)
 {
     const bool is_there = is_registered(event, place);
     const bool is_full = registry.registrations == REGISTRATIONS_MAX;
-    return adds && event == PRE_FAILED ? KY_STATUS_PARAM_ERROR
-           : !registry.is_initialised  ? KY_STATUS_DB_NOT_INITIALIZED
-           : !adds && !is_there        ? KY_STATUS_ENTRY_NOT_FOUND
-           : adds && is_there          ? KY_STATUS_ENTRY_ALREADY_EXISTS
-           : adds && is_full           ? KY_STATUS_NO_RESOURCES
-                                       : KY_STATUS_SUCCESS;
+    return adds && place == NONE         ? KY_STATUS_PARAM_NULL
+           : adds && event == PRE_FAILED ? KY_STATUS_PARAM_ERROR
+           : !registry.is_initialised    ? KY_STATUS_DB_NOT_INITIALIZED
+           : !adds && !is_there          ? KY_STATUS_ENTRY_NOT_FOUND
+           : adds && is_there            ? KY_STATUS_ENTRY_ALREADY_EXISTS
+           : adds && is_full             ? KY_STATUS_NO_RESOURCES
+                                         : KY_STATUS_SUCCESS;
 }
 
 void change(bool adds, adviser_event_t event, uint32_t place, bool has_memory)
@@ -158,7 +159,7 @@ void change(bool adds, adviser_event_t event, uint32_t place, bool has_memory)
     fail_allocations_after(has_memory ? -1 : 0);
     const ky_status_t status = adviser_register_event(
         adds ? KY_ACCESS_CMD_ADD : KY_ACCESS_CMD_DELETE, event,
-        Callbacks<CALLBACKS, call>::at(place));
+        place == NONE ? nullptr : Callbacks<CALLBACKS, call>::at(place));
     fail_allocations_after(-1);
     if (status != KY_STATUS_SUCCESS) {
         const bool lacks_memory = promised == KY_STATUS_SUCCESS && adds && !has_memory;
@@ -177,7 +178,7 @@ void change(bool adds, adviser_event_t event, uint32_t place, bool has_memory)
 void register_or_deregister()
 {
     const bool adds = once_in(2);
-    const uint32_t place = below(CALLBACKS);
+    const uint32_t place = below(CALLBACKS + 1);
     const adviser_event_t event = any_event();
     change(adds, event, place, !once_in(8));
 }
