@@ -110,6 +110,8 @@ TEST_F(MemoryTest, ArraysAreCleared)
          .writes = {block.is_written()}, .after = [&] { expect_zeros(3000); }},
         {CALL(utils_clr_memory_get(block, 0, ~0U, 2)), .log = allocated(0, 2, 0),
          .writes = {block.is_written()}, .after = [&] { expect_zeros(0); }},
+        {CALL(utils_clr_memory_get(block, ~0U, 0, 2)), .log = allocated(0, 2, 0),
+         .writes = {block.is_written()}, .after = [&] { expect_zeros(0); }},
     });
 }
 
@@ -205,7 +207,7 @@ TEST_F(MemoryTest, OfTwoThatGiveBackTooMuchOneIsRefused)
     for (const int moment : {1, 2, 3, 4}) {
         void* blocks[3] = {}; // the last one has the other type
         for (void*& each : blocks) {
-            ASSERT_EQ(utils_memory_get(&each, 10, &each == &blocks[2] ? 3 : 2), KY_STATUS_SUCCESS);
+            ASSERT_EQ(utils_memory_get(&each, 3, &each == &blocks[2] ? 3 : 2), KY_STATUS_SUCCESS);
         }
         uint32_t first = ~0U;
         const auto put_first = [&] { first = utils_memory_put(blocks[0], 3); };

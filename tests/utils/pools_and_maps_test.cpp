@@ -101,6 +101,8 @@ TEST_F(DatabaseTest, Maps)
         {CALL(utils_qmap_get(&map, 5, item)), .writes = {item.is(five)}},
         {CALL(utils_qmap_get(&map, LARGE, item)), .status = KY_STATUS_ENTRY_NOT_FOUND,
          .writes = {item.is(end)}},
+        {CALL(utils_qmap_key_exists(&map, UINT64_MAX, item)), .status = KY_STATUS_ENTRY_NOT_FOUND,
+         .writes = {item.is(end)}}, // whose own key is this
         {CALL(utils_qmap_remove(&map, LARGE, item)), .status = KY_STATUS_ENTRY_NOT_FOUND,
          .writes = {item.is(end)}},
         {CALL(utils_qmap_remove(&map, LARGE, item)), .writes = {item.is(&own.map_item)},
@@ -215,6 +217,8 @@ TEST_F(DatabaseTest, Pools)
          .writes = {new_pool.is_written()}, .after = [&] { cl_qpool_destroy(new_pool); }},
         {CALL(utils_qpool_init(new_pool, 3, 5, 1, 70000, name.c_str())),
          .status = KY_STATUS_NO_MEMORY, .log = full, .allocations = 0},
+        {CALL(utils_qpool_init(new_pool, 6, 5, 1, 70000, name.c_str())),
+         .status = KY_STATUS_NO_MEMORY, .log = full},
         {CALL(utils_qpool_init(new_pool, 0, ~0U, 0x80000001, 70000, name.c_str())), .log = large,
          .writes = {new_pool.is_written()}, .after = destroy_large},
         {CALL(utils_qpool_qmap_init(new_pool, new_map, 0, ~0U, 0x80000001, 70000, name.c_str())),

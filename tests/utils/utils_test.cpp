@@ -172,8 +172,8 @@ TEST_F(UtilsTest, Settings)
              .before = set, .after = restore},
             {CALL(utils_boot_mode_set(value)),
              .status = is_mode ? KY_STATUS_SUCCESS : KY_STATUS_PARAM_EXCEEDS_RANGE,
-             .log = is_mode ? Log{} : error(refused),
-             .after = [&] { expect_only(0, is_mode ? value : 0); }},
+             .log = is_mode ? Log{} : error(refused), .before = [] { utils_boot_mode_set(3); },
+             .after = [&] { expect_only(0, is_mode ? value : 3); }},
         });
     }
 }
