@@ -56,7 +56,8 @@ each_header() { # LANGUAGE COMPILER FLAG...: compiles each header alone
 quietly cmake --install "$build" --prefix "$work/first"
 mv "$work/first" "$work/moved"
 lib=$(libdir "$work/moved" libkriolilglu.so)
-headers="$(find "$work/moved" -name '*.h') $source/tests/utils/log_module.c" # uses the macros
+log_module=$source/tests/utils/log_module.c # every use of the macros
+headers="$(find "$work/moved" -name '*.h') $log_module"
 export PKG_CONFIG_PATH="$lib/pkgconfig"
 
 "$source/tests/abi/exports_test.sh" "$lib/libkriolilglu.so.1" "$source/abi/kriolilglu.map"
@@ -78,7 +79,7 @@ for compiler in gcc clang g++ clang++; do
     esac
     for standard in $standards; do
         set -- "$compiler" "-std=$standard"
-        builds "$@" -x "$language" "$source/examples/iptv.c" -x none
+        builds "$@" -x "$language" "$source/examples/iptv.c" "$log_module" -x none
         runs "$*" "$work/program" "$lib"
         each_header "$language" "$@" "$more"
     done
