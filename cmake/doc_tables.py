@@ -1,5 +1,5 @@
 """doc_tables.py NAMES ROWS FILE: prints a header with the library's tables in its comments, for
-Doxygen to read: the name of each constant, the values of each type that a name function takes, and
+Doxygen to read: the name of each constant, the names of each type that a name function takes, and
 what `@table TABLE` asks for. NAMES is the output of `kriolilglu name --search ''`, ROWS that of
 `kriolilglu port`. Lines keep their numbers; a table that is not there is left for Doxygen to
 refuse."""
@@ -37,8 +37,7 @@ def main(names_file, rows_file, header):
     rows = [re.fullmatch(r"(\d+) (\w+): (.*)\n", line).groups() for line in open(rows_file)]
     tables = {name: table(("Value", "Name"), merged(names[name])) for name in names}
     tables["port"] = table(("Row", "Function", "Types of port"), rows)
-    names["mem_type"] = {0: "all types", **names["memory_type"]}
-    names["port_row"] = names["port_function"]
+    names["mem_type"][0] = "all types"
 
     constants = {}
     for line in open(header):
@@ -47,8 +46,9 @@ def main(names_file, rows_file, header):
         if constant := re.match(r"    [A-Z]\w+ = (\w+),", line):
             name = escaped(constants.get(int(constant[1], 0), "no name"))
             line = f"{constant[0]} /**< {constant[1]}, {name} */\n"
-        line = re.sub(r"^typedef uint32_t ky_(\w+)_t;",
-                      r"/** The values that ky_\1_str names. @table \1 */ \g<0>", line)
+        if named := re.match(r"typedef uint32_t ky_(\w+)_t;", line):
+            values = tables.get(named[1], "There are none.")
+            line = f"/** The values that ky_{named[1]}_str names. {values} */ {line}"
         line = re.sub(r"@table (\w+)", lambda each: tables.get(each[1], each[0]), line)
         sys.stdout.write(line)
 

@@ -23,8 +23,8 @@ _kriolilglu_candidates()
     2,status) _kriolilglu_names status ;;
     2,register | 2,deregister | 2,event) _kriolilglu_names adviser_event ;;
     3,name | 3,setting) _kriolilglu_names "${COMP_WORDS[2]}" ;;
-    3,port) _kriolilglu_names port_function ;;
-    3,memory) _kriolilglu_names memory_type ;;
+    3,port) _kriolilglu_names port_row ;;
+    3,memory) _kriolilglu_names mem_type ;;
     4,register) printf '%s\n' accept reject fail_rollback leave ;;
     esac
 }

@@ -2,7 +2,10 @@
  *
  * A request is a line of words. One is given as arguments, any number in a file or on standard
  * input: there each line is printed as it stands, and below it what the library answers. */
-#include "kriolilglu.h"
+#include "names.h"
+#include "output.h"
+#include "request.h"
+#include "words.h"
 
 #include <stdio.h>
 #include <stdlib.h>
@@ -19,6 +22,13 @@ static const struct form {
 #define REQUEST(function, name, form, text) {name, form, text, answer_##function},
 #include "requests.inc"
 };
+
+static const char* form_name(const void* list, size_t index)
+{
+    return index < COUNT_OF(forms) ? ((const struct form*)list)[index].name : NULL;
+}
+
+static const names_t requests = {"request", form_name, forms};
 
 /* Whether its name begins with these words. */
 static bool is_about(const struct form* form, const char* words)
@@ -57,9 +67,9 @@ static void print_forms(FILE* stream, const char* words, bool in_full)
 static bool misused(const char* name)
 {
     if (!is_request(name)) {
-        return FIND("request", name, forms) != NULL;
+        return no_such(&requests, name);
     }
-    unreadable("usage:");
+    report("usage:");
     print_forms(stderr, name, false);
     return false;
 }
@@ -69,7 +79,7 @@ bool answer_help(const request_t* request)
     char name[64] = "";
     for (size_t i = 0; i < request->count; i++) {
         const size_t length = strlen(name);
-        snprintf(name + length, sizeof name - length, i == 0 ? "%s" : " %s", request->word[i]);
+        snprintf(name + length, sizeof name - length, i == 0 ? "%s" : " %s", request->text[i]);
     }
     if (!is_request(name)) {
         return misused(name);
@@ -90,17 +100,15 @@ static bool read_alternative(const char* alternatives, const char* word, uint32_
         }
         (*value)++;
     }
-    return unreadable("'%s' is not one of %s", word, alternatives);
+    return report("'%s' is not one of %s", word, alternatives);
 }
 
 /* A placeholder says what the word is: text, a prefix, a value of an enumeration or a number. */
 static bool read_argument(const char* placeholder, const char* word, request_t* request)
 {
-    static const char* const texts[] = {"DESCRIPTION", "ENUMERATION", "MODULE",
-                                        "REQUEST",     "TEXT",        "VALUE"};
     uint32_t* value = &request->value[request->count];
-    request->word[request->count++] = word;
-    if (FIND(NULL, placeholder, texts) != NULL) {
+    request->text[request->count++] = word;
+    if (strstr("DESCRIPTION ENUMERATION MODULE OPTION=VALUE REQUEST TEXT VALUE", placeholder)) {
         return true;
     }
     if (strcmp(placeholder, "SOURCE") == 0) {
@@ -113,18 +121,15 @@ static bool read_argument(const char* placeholder, const char* word, request_t* 
         return read_alternative(placeholder, word, value);
     }
     if (is_enumeration(placeholder)) {
-        return read_value(word, placeholder, value);
+        return read_value(placeholder, word, value);
     }
     const long width = strtol(placeholder + strcspn(placeholder, "0123456789"), NULL, 10);
     const int bits = width == 0 ? 32 : (int)width; /* UINT8, INT32, COUNT */
-    int64_t number = 0;
     const int64_t min = strncmp(placeholder, "INT", 3) == 0 ? -(INT64_C(1) << (bits - 1)) : 0;
-    const bool ok = read_number(word, min, min + (INT64_C(1) << bits) - 1, &number);
-    *value = (uint32_t)number;
-    return ok;
+    return read_number(word, min, min + (INT64_C(1) << bits) - 1, value);
 }
 
-/* Reads the words behind a request's name as its form says. */
+/* Reads the words behind a request's name as its form says. Only an option has a word with "=". */
 static bool read_arguments(const struct form* form, const char* const* words, request_t* request)
 {
     const bool has_options = strchr(form->arguments, '=') != NULL;
@@ -137,14 +142,9 @@ static bool read_arguments(const struct form* form, const char* const* words, re
         is_optional = is_optional || token[0] == '[';
         char* placeholder = token + strspn(token, "[");
         placeholder[strcspn(placeholder, "].")] = '\0';
-        if (strchr(placeholder, '=') != NULL) {
-            for (size_t i = request->count; *words != NULL && strchr(*words, '=') != NULL; i++) {
-                request->word[i] = *words++;
-            }
-            break; /* options come last */
-        }
+        const bool is_option = strchr(placeholder, '=') != NULL;
         bool is_missing = !is_optional;
-        while (*words != NULL && !(has_options && strchr(*words, '=') != NULL)) {
+        while (*words != NULL && (!has_options || (strchr(*words, '=') != NULL) == is_option)) {
             if (!read_argument(placeholder, *words++, request)) {
                 return false;
             }
@@ -164,16 +164,18 @@ static bool read_arguments(const struct form* form, const char* const* words, re
 static bool make_request(const char* const* words, size_t count)
 {
     char both[64];
+    request_t request = {0};
+    size_t one = 0;
+    size_t two = 0;
     snprintf(both, sizeof both, "%s %s", words[0], count > 1 ? words[1] : "");
     if (count > WORDS_MAX) {
-        return unreadable("it has more than %d words", WORDS_MAX);
+        return report("it has more than %d words", WORDS_MAX);
     }
-    for (size_t i = COUNT_OF(forms); i-- != 0;) {
-        const size_t length = is_named(both, forms[i].name) ? 2 : 1;
-        if (length == 2 || is_named(words[0], forms[i].name)) {
-            request_t request = {0};
-            return read_arguments(&forms[i], words + length, &request) && forms[i].answer(&request);
-        }
+    if (find(&requests, both, &two)) {
+        return read_arguments(&forms[two], words + 2, &request) && forms[two].answer(&request);
+    }
+    if (find(&requests, words[0], &one)) {
+        return read_arguments(&forms[one], words + 1, &request) && forms[one].answer(&request);
     }
     return misused(words[0]);
 }
@@ -188,7 +190,7 @@ static bool replay_line(char* line, size_t length)
     const char first = line[strspn(line, " \t")];
     printf("%s%s\n", first == '\0' || first == '#' ? "" : "> ", line);
     if (strlen(line) != length) {
-        return unreadable("it holds a null character");
+        return report("it holds a null character");
     }
     line[strcspn(line, "#")] = '\0';
     const char* words[WORDS_MAX + 2] = {NULL};
@@ -252,8 +254,7 @@ static int run(int count, char** arguments)
 int main(int argc, char** argv)
 {
     setvbuf(stdout, NULL, _IOLBF, 0); /* so that answers and reports keep their order */
-    prepare_adviser();
-    learn_memory_type_names();
+    learn_names();
     const int status = run(argc - 1, argv + 1);
     if (fflush(stdout) != 0 || ferror(stdout)) {
         perror("standard output");

@@ -1,28 +1,15 @@
-/* Reading the words of a request, and the requests about names. */
-#include "kriolilglu.h"
+#include "words.h"
 
-#include <ky_names.h>
+#include "output.h"
+
+#include <ky_values.h>
 
 #include <arpa/inet.h>
 #include <ctype.h>
 #include <inttypes.h>
-#include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-
-unsigned line_number;
-
-bool unreadable(const char* format, ...)
-{
-    va_list arguments;
-    va_start(arguments, format);
-    fprintf(stderr, line_number == 0 ? "kriolilglu: " : "line %u: ", line_number);
-    vfprintf(stderr, format, arguments);
-    fputc('\n', stderr);
-    va_end(arguments);
-    return false;
-}
 
 /* ---- Names, and those near a word ---- */
 
@@ -51,6 +38,15 @@ bool contains(const char* name, const char* word)
     return begins(name, word);
 }
 
+bool find(const names_t* names, const char* word, size_t* index)
+{
+    const char* name = names->at(names->list, *index);
+    while (name != NULL && !is_named(word, name)) {
+        name = names->at(names->list, ++*index);
+    }
+    return name != NULL;
+}
+
 /* The Levenshtein distance to the first characters of a name. */
 static size_t distance(const char* word, const char* name, size_t length)
 {
@@ -72,47 +68,30 @@ static size_t distance(const char* word, const char* name, size_t length)
     return row[length];
 }
 
-void offer(nearest_t* nearest, const char* name)
+/* How far a word is from a name, or from the first word of one. */
+static size_t difference(const char* word, const char* name)
 {
-    const size_t whole = distance(nearest->word, name, strlen(name));
-    const size_t first = distance(nearest->word, name, strcspn(name, " "));
-    struct near_name next = {name, first < whole ? first : whole};
-    next.distance = contains(name, nearest->word) ? 1 : next.distance;
-    for (size_t i = 0; i < COUNT_OF(nearest->near) && name[0] != '\0'; i++) {
-        const struct near_name kept = nearest->near[i];
-        if (kept.name == NULL || next.distance < kept.distance) {
-            nearest->near[i] = next;
-            next = kept;
-        }
-    }
+    const size_t whole = distance(word, name, strlen(name));
+    const size_t first = distance(word, name, strcspn(name, " "));
+    return contains(name, word) ? 1 : first < whole ? first : whole;
 }
 
-bool no_such(const char* what, const nearest_t* nearest)
+bool no_such(const names_t* names, const char* word)
 {
     char near[256] = "";
-    for (size_t i = 0; i < COUNT_OF(nearest->near) && nearest->near[i].name != NULL; i++) {
-        snprintf(
-            near + strlen(near), sizeof near - strlen(near), "%s%s", i == 0 ? "; near it: " : ", ",
-            nearest->near[i].name);
-    }
-    return unreadable("there is no %s '%s'%s", what, nearest->word, near);
-}
-
-const void* find(const char* what, const char* word, const void* table, size_t count, size_t size)
-{
-    nearest_t nearest = {.word = word};
-    for (const char* row = table; row != (const char*)table + count * size; row += size) {
+    size_t count = 0;
+    const size_t half = strlen(word) < 32 ? strlen(word) / 2 : 16;
+    for (size_t limit = 1; limit <= half; limit++) {
         const char* name = NULL;
-        memcpy(&name, row, sizeof name);
-        if (is_named(word, name)) {
-            return row;
+        for (size_t i = 0; count < 3 && (name = names->at(names->list, i)) != NULL; i++) {
+            if (name[0] != '\0' && difference(word, name) == limit) {
+                snprintf(
+                    near + strlen(near), sizeof near - strlen(near), "%s%s",
+                    count++ == 0 ? "; near it: " : ", ", name);
+            }
         }
-        offer(&nearest, name);
     }
-    if (what != NULL) {
-        no_such(what, &nearest);
-    }
-    return NULL;
+    return report("there is no %s '%s'%s", names->what, word, near);
 }
 
 /* ---- Numbers and addresses ---- */
@@ -120,172 +99,48 @@ const void* find(const char* what, const char* word, const void* table, size_t c
 bool is_number(const char* word, int64_t* number)
 {
     char* end = NULL;
-    *number = strtoll(word, &end, strchr(word, 'x') != NULL ? 16 : 10);
+    *number = strtoll(word, &end, strpbrk(word, "xX") != NULL ? 16 : 10);
     return isdigit((unsigned char)word[word[0] == '-' ? 1 : 0]) != 0 && *end == '\0';
 }
 
-bool read_number(const char* word, int64_t min, int64_t max, int64_t* number)
-{
-    return (is_number(word, number) && *number >= min && *number <= max) ||
-           unreadable("'%s' is not a number from %" PRId64 " to %" PRId64, word, min, max);
-}
-
-bool read_uint32(const char* word, uint32_t* number)
+bool read_number(const char* word, int64_t min, int64_t max, uint32_t* number)
 {
     int64_t wide = 0;
-    const bool ok = read_number(word, 0, UINT32_MAX, &wide);
+    const bool ok = is_number(word, &wide) && wide >= min && wide <= max;
     *number = (uint32_t)wide;
-    return ok;
+    return ok || report("'%s' is not a number from %" PRId64 " to %" PRId64, word, min, max);
 }
 
 bool read_prefix(const char* word, ky_ip_prefix_t* prefix)
 {
-    char address[64];
-    const size_t length = strcspn(word, "/");
-    snprintf(address, sizeof address, "%.*s", (int)length, word);
-    const char* mask = word[length] == '\0' ? "" : word + length + 1;
-    const bool is_ipv4 = strchr(address, ':') == NULL;
+    const bool is_ipv4 = strchr(word, ':') == NULL;
     const int family = is_ipv4 ? AF_INET : AF_INET6;
-    const size_t count = is_ipv4 ? 1 : 4;
-    uint32_t* const words[] = {
-        is_ipv4 ? &prefix->prefix.ipv4.addr : prefix->prefix.ipv6.addr,
-        is_ipv4 ? &prefix->prefix.ipv4.mask : prefix->prefix.ipv6.mask};
-    const bool has_mask = strpbrk(mask, ".:") != NULL;
-    int64_t bits = (int64_t)count * 32;
+    const uint32_t width = is_ipv4 ? 32 : 128;
+    memset(prefix, 0, sizeof *prefix);
+    prefix->version = is_ipv4 ? KY_IP_VERSION_IPV4 : KY_IP_VERSION_IPV6;
+    uint32_t* address = is_ipv4 ? &prefix->prefix.ipv4.addr : prefix->prefix.ipv6.addr;
+    uint32_t* mask = is_ipv4 ? &prefix->prefix.ipv4.mask : prefix->prefix.ipv6.mask;
 
-    prefix->version = is_ipv4 ? 1 : 2;
-    if (inet_pton(family, address, words[0]) != 1 ||
-        (has_mask && inet_pton(family, mask, words[1]) != 1) || length >= sizeof address) {
-        return unreadable("'%s' is not an address, with a length or a mask", word);
+    char text[64];
+    snprintf(text, sizeof text, "%s", word);
+    char* slash = strchr(text, '/');
+    const char* behind = slash == NULL ? NULL : slash + 1;
+    text[strcspn(text, "/")] = '\0';
+    const bool has_mask = behind != NULL && strpbrk(behind, ".:") != NULL;
+    uint32_t length = width;
+    if (strlen(word) >= sizeof text || inet_pton(family, text, address) != 1 ||
+        (has_mask && inet_pton(family, behind, mask) != 1)) {
+        return report("'%s' is not an address, with a length or a mask", word);
     }
-    if (!has_mask && word[length] != '\0' && !read_number(mask, 0, bits, &bits)) {
+    if (behind != NULL && !has_mask && !read_number(behind, 0, width, &length)) {
         return false;
     }
-    for (size_t i = 0; i < count; i++, bits -= 32) {
-        words[0][i] = ntohl(words[0][i]);
-        words[1][i] = has_mask    ? ntohl(words[1][i])
-                      : bits <= 0 ? 0
-                      : bits < 32 ? UINT32_MAX << (32 - bits)
-                                  : UINT32_MAX;
+    for (uint32_t bit = 0; bit < length && !has_mask; bit++) {
+        mask[bit / 32] |= htonl(UINT32_C(1) << (31 - bit % 32));
     }
-    return true;
-}
-
-/* ---- Enumerations, and the requests name and status ---- */
-
-#define VALUE_MAX UINT16_MAX /* the highest one that is looked at; no enumeration comes near it */
-
-typedef struct enumeration {
-    const char* name;
-    const char* (*name_of)(uint32_t value);
-} enumeration_t;
-
-static const enumeration_t enumerations[] = {
-// clang-format off
-#define ENUMERATION(name) {#name, ky_##name##_str},
-#include "enumerations.inc" /* one for each function ky_*_str that the library exports */
-    // clang-format on
-    {"adviser_event", event_name},
-    {"memory_type", memory_type_name},
-    {"port_function", port_function_name},
-    {"port_type_bit", port_type_bit_name},
-};
-
-/* Finds one by its name or that of its type or function: port_mode, ky_port_mode_t. */
-static const enumeration_t* find_enumeration(const char* word)
-{
-    char name[64];
-    snprintf(name, sizeof name, "%s", begins(word, "ky_") ? word + 3 : word);
-    char* suffix = strrchr(name, '_');
-    if (suffix != NULL && (is_named(suffix, "_t") || is_named(suffix, "_str"))) {
-        *suffix = '\0';
+    for (uint32_t i = 0; i < width / 32; i++) {
+        address[i] = ntohl(address[i]);
+        mask[i] = ntohl(mask[i]);
     }
-    return FIND("enumeration", name, enumerations);
-}
-
-bool is_enumeration(const char* name)
-{
-    return FIND(NULL, name, enumerations) != NULL;
-}
-
-/* Whether the library names the value otherwise than one that cannot exist; perhaps by no text. */
-static bool has_name(const enumeration_t* enumeration, uint32_t value)
-{
-    return strcmp(enumeration->name_of(value), enumeration->name_of(UINT32_MAX)) != 0;
-}
-
-bool read_value(const char* word, const char* enumeration, uint32_t* value)
-{
-    const enumeration_t* found = find_enumeration(enumeration);
-    nearest_t nearest = {.word = word};
-    int64_t number = 0;
-    if (is_number(word, &number)) {
-        return read_uint32(word, value);
-    }
-    for (*value = 0; *value <= VALUE_MAX; (*value)++) {
-        if (has_name(found, *value)) {
-            if (is_named(word, found->name_of(*value))) {
-                return true;
-            }
-            offer(&nearest, found->name_of(*value));
-        }
-    }
-    return no_such(found->name, &nearest);
-}
-
-/* Lists the values whose names contain a text, behind a prefix; returns how many there are. */
-static size_t list(const enumeration_t* enumeration, const char* text, const char* prefix)
-{
-    size_t count = 0;
-    for (uint32_t value = 0; value <= VALUE_MAX; value++) {
-        const char* name = enumeration->name_of(value);
-        if (contains(name, text) && has_name(enumeration, value)) {
-            answer("%s%s%" PRIu32 " \"%s\"", prefix, *prefix == '\0' ? "" : " ", value, name);
-            count++;
-        }
-    }
-    return count;
-}
-
-bool answer_name_search(const request_t* request)
-{
-    size_t count = 0;
-    for (size_t i = 0; i < COUNT_OF(enumerations); i++) {
-        count += list(&enumerations[i], request->word[0], enumerations[i].name);
-    }
-    is_refused = count == 0;
-    if (is_refused) {
-        unreadable("no value has '%s' in its name", request->word[0]);
-    }
-    return true;
-}
-
-bool answer_name(const request_t* request)
-{
-    uint32_t value = 0;
-    if (request->count == 0) {
-        for (size_t i = 0; i < COUNT_OF(enumerations); i++) {
-            answer("%s", enumerations[i].name);
-        }
-        return true;
-    }
-    const enumeration_t* named = find_enumeration(request->word[0]);
-    if (named == NULL || request->count == 1) {
-        return named != NULL && list(named, "", "") != 0;
-    }
-    if (!read_value(request->word[1], named->name, &value)) {
-        return false;
-    }
-    is_refused = !has_name(named, value) || named->name_of(value)[0] == '\0';
-    answer("%" PRIu32 " \"%s\"", value, named->name_of(value));
-    return true;
-}
-
-bool answer_status(const request_t* request)
-{
-    const uint32_t code = request->value[0];
-    const enumeration_t status = {"status", ky_status_str};
-    is_refused = !has_name(&status, code) || ky_status_str(code)[0] == '\0';
-    answer("%" PRIu32 " %s", code, ky_status_str(code));
     return true;
 }

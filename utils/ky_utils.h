@@ -185,7 +185,7 @@ ky_status_t utils_boot_mode_get(uint32_t* boot_mode_p);
 /** @name Memory, accounted by type
  *
  *  Every block has a memory type, and the library counts the bytes that each type holds. The types
- *  are constants of `ky_values.h`, and `kriolilglu name memory_type` prints them.
+ *  are constants of `ky_values.h`, and `kriolilglu name mem_type` prints them.
  *
  *  Records of pools are not counted. A block lies 4 bytes behind the start of the allocation, and
  *  is aligned to 4 bytes only: copy wider types in and out with memcpy instead of accessing them in
