@@ -32,9 +32,11 @@ def merged(names):
 def main(names_file, rows_file, header):
     names = {}
     for line in open(names_file):
-        enumeration, value, name = line.rstrip("\n").split(" ", 2)
-        names.setdefault(enumeration, {})[int(value)] = name
-    rows = [re.fullmatch(r"(\d+) (\w+): (.*)\n", line).groups() for line in open(rows_file)]
+        enumeration, value, name = re.fullmatch(r'(\w+) (\d+) .*?(".*")\n', line).groups()
+        if name != '""':  # that of a constant without a name
+            names.setdefault(enumeration, {})[int(value)] = name
+    row = re.compile(r'(\d+) \w+ "(\w+)" accepts (.*)\n')
+    rows = [row.fullmatch(line).groups() for line in open(rows_file)]
     tables = {name: table(("Value", "Name"), merged(names[name])) for name in names}
     tables["port"] = table(("Row", "Function", "Types of port"), rows)
     names["mem_type"][0] = "all types"

@@ -1,24 +1,20 @@
 /* The requests about the adviser. Its modules are callbacks of this program, which have the names
  * that requests give them: they print how they are called, and answer as they are told. */
-#include "names.h"
-#include "output.h"
 #include "request.h"
-#include "words.h"
 
 #include <ky_adviser.h>
-#include <ky_names.h>
 
-#include <inttypes.h>
 #include <stdlib.h>
 #include <string.h>
 
 #define NAME_SIZE 64
 #define EVENT_COUNT (ADVISER_EVENT_MAX + 1)
 
-/* What a module does when it is called for an event: numbered as in the form of "register". */
+/* What a module does when it is called for an event. */
 struct behaviour {
-    enum { ACCEPT, REJECT, FAIL_ROLLBACK, LEAVE } answer;
-    ky_status_t status; /* to reject with */
+    ky_status_t status;
+    ky_status_t in_rollback;
+    bool leaves; /* deregisters itself */
 };
 
 static ky_status_t called(adviser_cb_t callback, adviser_event_t event);
@@ -55,20 +51,15 @@ static ky_status_t called(adviser_cb_t callback, adviser_event_t event)
         module++;
     }
     const bool is_rollback = event == ADVISER_EVENT_PRE_FAILED_PORT_DELETED_FROM_SWID;
-    const struct behaviour* here = is_rollback
-                                       ? &module->at[ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID]
-                                       : &module->at[event % EVENT_COUNT];
-    ky_status_t status = KY_STATUS_SUCCESS;
-    if (here->answer == REJECT && !is_rollback) {
-        status = here->status;
-    } else if (here->answer == FAIL_ROLLBACK && is_rollback) {
-        status = KY_STATUS_ERROR;
-    } else if (here->answer == LEAVE && !is_rollback) {
+    const struct behaviour* here =
+        &module->at[is_rollback ? ADVISER_EVENT_PRE_PORT_DELETED_FROM_SWID : event % EVENT_COUNT];
+    const ky_status_t status = is_rollback ? here->in_rollback : here->status;
+    if (here->leaves && !is_rollback) {
         adviser_register_event(KY_ACCESS_CMD_DELETE, event, callback);
     }
     answer(
-        "  %s is called with %s: %" PRIu32 " %s", module->name, event_name(event), status,
-        ky_status_str(status));
+        "  %s is called with %s: %s", module->name, adviser_event_name(event),
+        value_text("status", status));
     return status;
 }
 
@@ -84,34 +75,36 @@ static struct module* find_module(const char* name)
             return &modules[i];
         }
     }
-    report(
-        "there is no room for a module '%s': %zu names of %d characters are the limit", name,
-        COUNT_OF(modules), NAME_SIZE - 1);
+    report("there are six modules already, or '%s' has more than 63 characters", name);
     return NULL;
 }
 
 /* ---- adviser, register, deregister, event ---- */
 
-bool answer_adviser(const request_t* request)
-{
-    return answer_with(request->value[0] == 0 ? adviser_init() : adviser_deinit());
-}
+ANSWER(adviser, request->value[0] == 0 ? adviser_init() : adviser_deinit())
+ANSWER(event, adviser_process_event(request->value[0], NULL))
 
 bool answer_register(const request_t* request)
 {
-    if (request->count == 4 && request->value[2] != REJECT) {
+    enum { ACCEPT, REJECT, FAIL_ROLLBACK, LEAVE }; /* as in the form */
+    const uint32_t event = request->value[0];
+    const uint32_t what = request->value[2];
+    if (request->count == 4 && what != REJECT) {
         return report("a status goes with 'reject' alone");
     }
     struct module* module = find_module(request->text[1]);
     if (module == NULL) {
         return false;
     }
-    const uint32_t event = request->value[0];
     const ky_status_t status = adviser_register_event(KY_ACCESS_CMD_ADD, event, module->callback);
     if (status == KY_STATUS_SUCCESS) {
-        struct behaviour* here = &module->at[event % EVENT_COUNT];
-        here->answer = request->value[2];
-        here->status = request->count == 4 ? request->value[3] : KY_STATUS_RESOURCE_IN_USE;
+        module->at[event % EVENT_COUNT] = (struct behaviour){
+            .status = request->count == 4 ? request->value[3]
+                      : what == REJECT    ? KY_STATUS_RESOURCE_IN_USE
+                                          : KY_STATUS_SUCCESS,
+            .in_rollback = what == FAIL_ROLLBACK ? KY_STATUS_ERROR : KY_STATUS_SUCCESS,
+            .leaves = what == LEAVE,
+        };
     }
     return answer_with(status);
 }
@@ -121,9 +114,4 @@ bool answer_deregister(const request_t* request)
     const struct module* module = find_module(request->text[1]);
     return module != NULL && answer_with(adviser_register_event(
                                  KY_ACCESS_CMD_DELETE, request->value[0], module->callback));
-}
-
-bool answer_event(const request_t* request)
-{
-    return answer_with(adviser_process_event(request->value[0], NULL));
 }

@@ -2,39 +2,37 @@
  *
  * A request is a line of words. One is given as arguments, any number in a file or on standard
  * input: there each line is printed as it stands, and below it what the library answers. */
-#include "names.h"
-#include "output.h"
 #include "request.h"
-#include "words.h"
 
+#include <errno.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
-enum { EXIT_ACCEPTED, EXIT_REFUSED, EXIT_NOT_UNDERSTOOD };
-
 static const struct form {
-    const char* name; /* of one word or two */
+    const char* heading; /* of the forms from here on; perhaps empty */
+    const char* name;    /* of one word or two */
     const char* arguments;
-    const char* text;
+    const char* text; /* of the forms in front without one, too */
     answer_t* answer;
 } forms[] = {
-#define REQUEST(function, name, form, text) {name, form, text, answer_##function},
+#define REQUEST(function, ...) {__VA_ARGS__, answer_##function},
 #include "requests.inc"
 };
 
 static const char* form_name(const void* list, size_t index)
 {
-    return index < COUNT_OF(forms) ? ((const struct form*)list)[index].name : NULL;
+    return ((const struct form*)list)[index].name;
 }
 
-static const names_t requests = {"request", form_name, forms};
+static const names_t requests = {"request", form_name, forms, COUNT_OF(forms)};
+
+/* ---- Help ---- */
 
 /* Whether its name begins with these words. */
 static bool is_about(const struct form* form, const char* words)
 {
-    const size_t length = strlen(words);
-    return begins(form->name, words) && (length == 0 || strchr(" ", form->name[length]) != NULL);
+    return begins(form->name, words) && strchr(" ", form->name[strlen(words)]) != NULL;
 }
 
 static bool is_request(const char* words)
@@ -43,49 +41,44 @@ static bool is_request(const char* words)
     while (i < COUNT_OF(forms) && !is_about(&forms[i], words)) {
         i++;
     }
-    return i != COUNT_OF(forms);
+    return i < COUNT_OF(forms);
 }
 
-/* Prints the forms about these words, and in full what they do: a text is that of the forms in
- * front of it, too. */
-static void print_forms(FILE* stream, const char* words, bool in_full)
+static const char* two_words(const char* const* words, size_t count)
 {
-    bool has_text = false;
-    for (size_t i = 0; i < COUNT_OF(forms); i++) {
-        if (is_about(&forms[i], words)) {
-            fprintf(stream, "  %s%s\n", forms[i].name, forms[i].arguments);
-            has_text = in_full;
-        }
-        if (has_text && forms[i].text[0] != '\0') {
-            fputs(forms[i].text, stream);
-            has_text = false;
-        }
-    }
-}
-
-/* Reports a request that has no such form, or does not exist; returns false. */
-static bool misused(const char* name)
-{
-    if (!is_request(name)) {
-        return no_such(&requests, name);
-    }
-    report("usage:");
-    print_forms(stderr, name, false);
-    return false;
+    static char both[64];
+    snprintf(
+        both, sizeof both, "%s%s%s", words[0], count > 1 ? " " : "", count > 1 ? words[1] : "");
+    return both;
 }
 
 bool answer_help(const request_t* request)
 {
-    char name[64] = "";
-    for (size_t i = 0; i < request->count; i++) {
-        const size_t length = strlen(name);
-        snprintf(name + length, sizeof name - length, i == 0 ? "%s" : " %s", request->text[i]);
+    if (request->count == 0) {
+        puts("usage: kriolilglu REQUEST | FILE | -\n\n"
+             "  $ kriolilglu status 14\n"
+             "  $ kriolilglu name port_oper_speed 17\n"
+             "  $ kriolilglu port 0x40000000 vlan_ports_set");
+        for (const struct form* form = forms; form != forms + COUNT_OF(forms); form++) {
+            printf("%s  %s%s\n", form->heading, form->name, form->arguments);
+        }
+        printf("\n%s", forms[0].text);
+        return true;
     }
-    if (!is_request(name)) {
-        return misused(name);
+    const char* both = two_words(request->text, request->count);
+    const char* name = is_request(both) ? both : request->text[0];
+    bool has_text = false;
+    for (const struct form* form = forms; form != forms + COUNT_OF(forms); form++) {
+        if (is_about(form, name)) {
+            printf("  %s%s\n", form->name, form->arguments);
+            has_text = true;
+        }
+        if (has_text && form->text[0] != '\0') {
+            fputs(form->text, stdout);
+            has_text = false;
+        }
     }
-    print_forms(stdout, name, request->count != 0);
-    return true;
+    return is_request(name) || no_such(&requests, name);
 }
 
 /* ---- Making a request ---- */
@@ -93,94 +86,83 @@ bool answer_help(const request_t* request)
 /* Which of the names between the bars it is. */
 static bool read_alternative(const char* alternatives, const char* word, uint32_t* value)
 {
-    for (const char* name = alternatives; name != NULL; name = strchr(name, '|')) {
-        name += name[0] == '|' ? 1 : 0;
-        if (strlen(word) == strcspn(name, "|") && begins(name, word)) {
-            return true;
+    const char* name = alternatives;
+    for (; strlen(word) != strcspn(name, "|") || !begins(name, word); ++*value) {
+        name += strcspn(name, "|");
+        if (*name++ == '\0') {
+            return report("'%s' is not one of %s", word, alternatives);
         }
-        (*value)++;
     }
-    return report("'%s' is not one of %s", word, alternatives);
+    return true;
 }
 
-/* A placeholder says what the word is: text, a prefix, a value of an enumeration or a number. */
+/* A placeholder says what the word is. */
 static bool read_argument(const char* placeholder, const char* word, request_t* request)
 {
     uint32_t* value = &request->value[request->count];
     request->text[request->count++] = word;
-    if (strstr("DESCRIPTION ENUMERATION MODULE OPTION=VALUE REQUEST TEXT VALUE", placeholder)) {
+    if (strstr("ENUMERATION MODULE PORT|TYPE|FUNCTION REQUEST TEXT VALUE", placeholder) != NULL) {
         return true;
     }
-    if (strcmp(placeholder, "SOURCE") == 0) {
-        return read_prefix(word, &request->key.source_addr);
-    }
-    if (strcmp(placeholder, "GROUP") == 0) {
-        return read_prefix(word, &request->key.mc_group_addr);
-    }
-    if (strchr(placeholder, '|') != NULL) {
-        return read_alternative(placeholder, word, value);
-    }
-    if (is_enumeration(placeholder)) {
-        return read_value(placeholder, word, value);
-    }
-    const long width = strtol(placeholder + strcspn(placeholder, "0123456789"), NULL, 10);
-    const int bits = width == 0 ? 32 : (int)width; /* UINT8, INT32, COUNT */
-    const int64_t min = strncmp(placeholder, "INT", 3) == 0 ? -(INT64_C(1) << (bits - 1)) : 0;
-    return read_number(word, min, min + (INT64_C(1) << bits) - 1, value);
+    ky_ip_prefix_t* prefix = strcmp(placeholder, "SOURCE") == 0  ? &request->key.source_addr
+                             : strcmp(placeholder, "GROUP") == 0 ? &request->key.mc_group_addr
+                                                                 : NULL;
+    return prefix != NULL                     ? read_prefix(word, prefix)
+           : strchr(placeholder, '|') != NULL ? read_alternative(placeholder, word, value)
+                                              : read_value(placeholder, word, value);
 }
 
-/* Reads the words behind a request's name as its form says. Only an option has a word with "=". */
+/* Reads the words behind a request's name as its form says. */
 static bool read_arguments(const struct form* form, const char* const* words, request_t* request)
 {
     const bool has_options = strchr(form->arguments, '=') != NULL;
-    bool is_optional = false;
-    char token[64];
-    int length = 0;
-    for (const char* rest = form->arguments; sscanf(rest, "%63s%n", token, &length) == 1;
-         rest += length) {
-        const bool is_repeated = strstr(token, "...") != NULL;
-        is_optional = is_optional || token[0] == '[';
-        char* placeholder = token + strspn(token, "[");
-        placeholder[strcspn(placeholder, "].")] = '\0';
-        const bool is_option = strchr(placeholder, '=') != NULL;
-        bool is_missing = !is_optional;
-        while (*words != NULL && (!has_options || (strchr(*words, '=') != NULL) == is_option)) {
-            if (!read_argument(placeholder, *words++, request)) {
-                return false;
-            }
-            is_missing = false;
-            if (!is_repeated) {
-                break;
-            }
+    const char* rest = form->arguments;
+    char placeholder[64] = "";
+    bool is_repeated = false;
+    bool fits = true;
+    for (; fits && *words != NULL; words++) {
+        if (has_options && strchr(*words, '=') != NULL) {
+            request->text[request->count++] = *words;
+            continue;
         }
-        if (is_missing) {
-            return misused(form->name);
+        if (!is_repeated) {
+            rest += strspn(rest, " [].");
+            snprintf(placeholder, sizeof placeholder, "%.*s", (int)strcspn(rest, " ]."), rest);
+            rest += strlen(placeholder);
+            is_repeated = strncmp(rest + strspn(rest, "]"), "...", 3) == 0;
+        }
+        fits = placeholder[0] != '\0' && strchr(placeholder, '=') == NULL;
+        if (fits && !read_argument(placeholder, *words, request)) {
+            return false;
         }
     }
-    return *words == NULL || misused(form->name);
+    rest += strspn(rest, " ].");
+    fits = fits && strchr("[", *rest) != NULL; /* what is left is optional */
+    return fits || report("usage: %s%s", form->name, form->arguments);
 }
 
 /* Makes the request that the words are; a null word follows the last one. */
 static bool make_request(const char* const* words, size_t count)
 {
-    char both[64];
     request_t request = {0};
-    size_t one = 0;
-    size_t two = 0;
-    snprintf(both, sizeof both, "%s %s", words[0], count > 1 ? words[1] : "");
     if (count > WORDS_MAX) {
         return report("it has more than %d words", WORDS_MAX);
     }
-    if (find(&requests, both, &two)) {
-        return read_arguments(&forms[two], words + 2, &request) && forms[two].answer(&request);
+    for (size_t used = count > 1 ? 2 : 1; used != 0; used--) {
+        const size_t i = find(&requests, two_words(words, used), 0);
+        if (i < COUNT_OF(forms)) {
+            return read_arguments(&forms[i], words + used, &request) && forms[i].answer(&request);
+        }
     }
-    if (find(&requests, words[0], &one)) {
-        return read_arguments(&forms[one], words + 1, &request) && forms[one].answer(&request);
-    }
-    return misused(words[0]);
+    return no_such(&requests, is_request(words[0]) ? two_words(words, count) : words[0]);
 }
 
 /* ---- A file of requests ---- */
+
+static bool failed(const char* what)
+{
+    return report("%s: %s", what, strerror(errno)); // NOLINT(concurrency-mt-unsafe): one thread
+}
 
 static bool replay_line(char* line, size_t length)
 {
@@ -203,62 +185,63 @@ static bool replay_line(char* line, size_t length)
     return count == 0 || make_request(words, count);
 }
 
-static int replay(FILE* input)
+static bool replay(const char* name)
 {
     char* line = NULL;
     size_t size = 0;
     unsigned count = 0;
-    for (ssize_t length; (length = getline(&line, &size, input)) != -1;) {
+    for (ssize_t length; (length = getline(&line, &size, stdin)) != -1;) {
         line_number++;
         count += !replay_line(line, (size_t)length);
     }
     free(line);
-    if (count != 0) {
-        fprintf(stderr, "%u of %u lines were not understood\n", count, line_number);
-    }
-    return count == 0 ? EXIT_ACCEPTED : EXIT_NOT_UNDERSTOOD;
+    const unsigned lines = line_number;
+    line_number = 0;
+    is_refused = false; /* whatever the library refused */
+    return (ferror(stdin) == 0 || failed(name)) &&
+           (count == 0 || report("%u of %u lines were not understood", count, lines));
 }
 
-static int run(int count, char** arguments)
+/* Does what the arguments ask for; a null word follows the last one. */
+static bool run(const char** words, size_t count)
 {
-    const char* first = count == 0 ? "--" : arguments[0];
+    const char* first = words[0];
+    if (count == 0) {
+        return report("usage: kriolilglu REQUEST | FILE | -, or kriolilglu --help");
+    }
+    if (strcmp(first, "--version") == 0) {
+        puts("kriolilglu " VERSION);
+        return true;
+    }
     if (first[0] == '-' && first[1] != '\0') {
-        const bool ok = strcmp(first, "--help") == 0 || strcmp(first, "--version") == 0;
-        FILE* stream = ok ? stdout : stderr;
-        fputs("kriolilglu " VERSION "\nusage: kriolilglu REQUEST | FILE | -\n\n", stream);
-        print_forms(stream, "", false);
-        return ok ? EXIT_ACCEPTED : EXIT_NOT_UNDERSTOOD;
+        return report("unknown option '%s'; 'kriolilglu --help' shows what there is", first);
     }
     if (count > 1 || is_request(first)) {
-        return !make_request((const char* const*)arguments, (size_t)count) ? EXIT_NOT_UNDERSTOOD
-               : is_refused                                                ? EXIT_REFUSED
-                                                                           : EXIT_ACCEPTED;
+        return make_request(words, count);
     }
-    FILE* input = strcmp(first, "-") == 0 ? stdin : fopen(first, "r");
-    if (input == NULL) {
-        perror(first);
-        if (strpbrk(first, "./") == NULL) {
-            misused(first);
-        }
-        return EXIT_NOT_UNDERSTOOD;
-    }
-    int status = replay(input);
-    if (ferror(input)) {
-        perror(first);
-        status = EXIT_NOT_UNDERSTOOD;
-    }
-    fclose(input);
-    return status;
+    return strcmp(first, "-") == 0 || freopen(first, "r", stdin) != NULL
+               ? replay(first)
+               : failed(first) || (strpbrk(first, "./") == NULL && no_such(&requests, first));
+}
+
+static bool is_help(const char* word)
+{
+    return strcmp(word, "--help") == 0 || strcmp(word, "-h") == 0;
 }
 
 int main(int argc, char** argv)
 {
+    const size_t count = argc == 0 ? 0 : (size_t)argc - 1;
+    const char** words = (const char**)argv + 1;
+    if (count != 0 && is_help(words[count - 1])) {
+        words[count - 1] = NULL;
+        *--words = "help";
+    } else if (count != 0 && is_help(words[0])) {
+        words[0] = "help";
+    }
     setvbuf(stdout, NULL, _IOLBF, 0); /* so that answers and reports keep their order */
     learn_names();
-    const int status = run(argc - 1, argv + 1);
-    if (fflush(stdout) != 0 || ferror(stdout)) {
-        perror("standard output");
-        return EXIT_NOT_UNDERSTOOD;
-    }
-    return status;
+    const bool ok = run(words, count);
+    const bool is_written = fflush(stdout) == 0 && ferror(stdout) == 0;
+    return ok && (is_written || failed("standard output")) ? is_refused : 2;
 }

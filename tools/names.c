@@ -1,30 +1,25 @@
-/* The enumerations, and the requests about them: name and status. */
-#include "names.h"
-
-#include "output.h"
+/* The enumerations, and the requests about them. */
 #include "request.h"
-#include "words.h"
 
 #include <ky_adviser.h>
 #include <ky_names.h>
 #include <ky_port_type_validate.h>
 #include <ky_utils.h>
+#include <ky_values.h>
 
 #include <inttypes.h>
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 
 /* ---- Names that are in messages alone ---- */
 
-#define LEARNT_MAX 64
-#define TYPE_COUNT 16
-
-static char event_names[LEARNT_MAX][LEARNT_MAX];
-static char mem_type_names[LEARNT_MAX][LEARNT_MAX];
-static uint8_t port_type_bits[TYPE_COUNT];
+static char event_names[64][64];
+static char mem_type_names[64][64];
+uint8_t port_type_bits[16];
 
 /* Without a registry, the adviser refuses each event by its name; the summary of a type of memory
- * ends in its name; a row that accepts a single bit accepts a single type of port. */
+ * ends in its name; a row of one bit accepts one type of port. */
 void learn_names(void)
 {
     char record[RECORD_SIZE] = "";
@@ -40,7 +35,7 @@ void learn_names(void)
     utils_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
     uint8_t* accepted = &port_type_validation_table[1].allowed_port_types;
     const uint8_t kept = *accepted;
-    for (uint32_t type = 0; type < TYPE_COUNT; type++) {
+    for (uint32_t type = 0; type < COUNT_OF(port_type_bits); type++) {
         for (*accepted = 1; *accepted != 0; *accepted = (uint8_t)(*accepted << 1)) {
             port_type_bits[type] |= is_port_type_valid(1, type << 28) == 1 ? *accepted : 0;
         }
@@ -49,197 +44,216 @@ void learn_names(void)
     record_buffer = NULL;
 }
 
-const char* event_name(uint32_t event)
+const char* adviser_event_name(uint32_t event)
 {
-    return event < LEARNT_MAX ? event_names[event] : "Unknown";
+    return event < COUNT_OF(event_names) ? event_names[event] : "Unknown";
 }
 
 static const char* mem_type_name(uint32_t type)
 {
-    return type < LEARNT_MAX ? mem_type_names[type] : "Unknown";
+    return type < COUNT_OF(mem_type_names) ? mem_type_names[type] : "Unknown";
 }
 
-const char* port_row_name(uint32_t row)
+static const char* port_row_name(uint32_t row)
 {
-    return row >= 1 && row < PORT_TYPE_VALIDATION_ROWS - 1
-               ? port_type_validation_table[row].func_name
-               : "Unknown";
+    const bool is_row = row >= 1 && row < PORT_TYPE_VALIDATION_ROWS - 1;
+    return is_row ? port_type_validation_table[row].func_name : "Unknown";
 }
 
-uint32_t port_type_bit(uint32_t type)
+const char* port_type_bit_name(uint32_t bits)
 {
-    return type < TYPE_COUNT ? port_type_bits[type] : 0;
-}
-
-const char* port_types(uint32_t bits)
-{
-    static char types[128];
+    static char types[256];
     size_t length = 0;
-    uint32_t nameless = bits;
-    for (uint32_t type = 0; type < TYPE_COUNT; type++) {
-        nameless &= ~port_type_bit(type);
-    }
-    for (uint32_t type = 0; type < TYPE_COUNT && nameless == 0; type++) {
-        if ((bits & port_type_bit(type)) != 0 && length < sizeof types) {
+    for (uint32_t type = 0; type < COUNT_OF(port_type_bits); type++) {
+        if ((bits & port_type_bits[type]) != 0) {
             length += (size_t)snprintf(
                 types + length, sizeof types - length, "%s%s", length == 0 ? "" : ", ",
                 ky_port_type_str(type));
+            bits &= ~(uint32_t)port_type_bits[type];
         }
     }
-    return length == 0 ? "Unknown" : types;
+    return length == 0 || bits != 0 ? "Unknown" : types;
 }
 
 /* ---- Enumerations ---- */
 
-#define VALUE_MAX 2047 /* the highest one that is looked at; no enumeration comes near it */
+#define VALUE_COUNT ((size_t)2048) /* that are looked at; no enumeration comes near it */
+
+// clang-format off
+#define CONSTANTS(enumeration) static const char enumeration##_constants[][64] = {
+#define CONSTANT(name) [name] = #name,
+#define END ""};
+#include "constants.inc" /* the enumerators of the headers, by their values */
+// clang-format on
 
 typedef struct enumeration {
     const char* name;
     const char* (*name_of)(uint32_t value);
+    const char (*constants)[64];
+    size_t constant_count;
 } enumeration_t;
 
 static const enumeration_t enumerations[] = {
-// clang-format off
-#define ENUMERATION(name) {#name, ky_##name##_str},
-#include "enumerations.inc" /* one for each function ky_*_str that the library exports */
-    // clang-format on
-    {"adviser_event", event_name},
-    {"mem_type", mem_type_name},
-    {"port_row", port_row_name},
-    {"port_type_bit", port_types},
+#define ENUMERATION(name, name_of) {#name, name_of, name##_constants, COUNT_OF(name##_constants)},
+#include "enumerations.inc"
 };
 
 static const char* enumeration_name(const void* list, size_t index)
 {
-    return index < COUNT_OF(enumerations) ? ((const enumeration_t*)list)[index].name : NULL;
+    return ((const enumeration_t*)list)[index].name;
 }
 
-static const names_t enumeration_names = {"enumeration", enumeration_name, enumerations};
+static const names_t enumeration_names = {
+    "enumeration", enumeration_name, enumerations, COUNT_OF(enumerations)};
 
-bool is_enumeration(const char* name)
-{
-    size_t index = 0;
-    return find(&enumeration_names, name, &index);
-}
-
-/* Finds one by its name or that of its type or function: port_mode, ky_port_mode_t. */
+/* The one of a name, or of the name of its type or function: port_mode, ky_port_mode_t. */
 static const enumeration_t* find_enumeration(const char* word)
 {
     char name[64];
-    size_t index = 0;
     snprintf(name, sizeof name, "%s", begins(word, "ky_") ? word + 3 : word);
     char* suffix = strrchr(name, '_');
     if (suffix != NULL && (is_named(suffix, "_t") || is_named(suffix, "_str"))) {
         *suffix = '\0';
     }
-    if (!find(&enumeration_names, name, &index)) {
-        no_such(&enumeration_names, name);
-        return NULL;
-    }
-    return &enumerations[index];
+    const size_t index = find(&enumeration_names, name, 0);
+    return index < COUNT_OF(enumerations) ? &enumerations[index] : NULL;
 }
 
-/* The name of a value; empty if the library prints that of a value that cannot exist. */
+/* Empty if there is none, as the name is. */
+static const char* constant_of(const enumeration_t* enumeration, uint32_t value)
+{
+    return value < enumeration->constant_count ? enumeration->constants[value] : "";
+}
+
 static const char* name_of(const enumeration_t* enumeration, uint32_t value)
 {
+    const char* none = enumeration->name_of(UINT32_MAX);
     const char* name = enumeration->name_of(value);
-    return strcmp(name, enumeration->name_of(UINT32_MAX)) == 0 ? "" : name;
+    return strcmp(name, none) == 0 ? "" : name;
 }
 
-/* The name of a value that a list shows: a mask of several bits is not among them. */
-static const char* listed_name(const void* enumeration, size_t value)
+/* What the words for values are: the names and the constants by turns. A mask of several bits is
+ * not among them. */
+static const char* value_name(const void* list, size_t index)
 {
-    const enumeration_t* of = enumeration;
-    const bool is_mask = of->name_of == port_types && (value & (value - 1)) != 0;
-    return value > VALUE_MAX ? NULL : is_mask ? "" : name_of(of, (uint32_t)value);
+    const enumeration_t* enumeration = list;
+    const uint32_t value = (uint32_t)index / 2;
+    const bool is_mask = enumeration->name_of == port_type_bit_name && (value & (value - 1)) != 0;
+    return index % 2 != 0 ? constant_of(enumeration, value)
+           : is_mask      ? ""
+                          : name_of(enumeration, value);
 }
 
 static names_t names_of(const enumeration_t* enumeration)
 {
-    return (names_t){enumeration->name, listed_name, enumeration};
+    return (names_t){enumeration->name, value_name, enumeration, 2 * VALUE_COUNT};
 }
 
 bool find_value(const char* enumeration, const char* word, uint32_t* value)
 {
     const names_t names = names_of(find_enumeration(enumeration));
-    size_t index = 0;
-    const bool ok = find(&names, word, &index);
-    *value = (uint32_t)index;
-    return ok;
+    *value = (uint32_t)find(&names, word, 2 * (size_t)*value) / 2;
+    return *value < VALUE_COUNT;
 }
 
-bool read_value(const char* enumeration, const char* word, uint32_t* value)
+bool read_value(const char* placeholder, const char* word, uint32_t* value)
 {
-    int64_t number = 0;
-    if (is_number(word, &number)) {
-        return read_number(word, 0, UINT32_MAX, value);
+    const enumeration_t* enumeration = find_enumeration(placeholder);
+    if (enumeration == NULL) {
+        const long bits = strtol(placeholder + strcspn(placeholder, "0123456789"), NULL, 10);
+        return read_number(word, 0, UINT32_MAX >> (bits == 0 ? 0 : 32 - bits), value);
     }
-    const names_t names = names_of(find_enumeration(enumeration));
-    return find_value(enumeration, word, value) || no_such(&names, word);
+    if (number_in(word) != NO_NUMBER) {
+        return read_number(word, INT32_MIN, UINT32_MAX, value);
+    }
+    *value = 0;
+    const names_t names = names_of(enumeration);
+    return find_value(placeholder, word, value) || no_such(&names, word);
 }
 
-/* Lists the values whose names contain a text, behind a prefix; returns how many there are. */
-static size_t list(const enumeration_t* enumeration, const char* text, const char* prefix)
+const char* value_text(const char* enumeration, uint32_t value)
 {
-    size_t count = 0;
-    for (uint32_t value = 0; value <= VALUE_MAX; value++) {
-        const char* name = listed_name(enumeration, value);
-        if (name[0] != '\0' && contains(name, text)) {
-            answer("%s%s%" PRIu32 " \"%s\"", prefix, *prefix == '\0' ? "" : " ", value, name);
-            count++;
-        }
-    }
-    return count;
-}
-
-bool answer_name_search(const request_t* request)
-{
-    size_t count = 0;
-    for (size_t i = 0; i < COUNT_OF(enumerations); i++) {
-        count += list(&enumerations[i], request->text[0], enumerations[i].name);
-    }
-    is_refused = count == 0;
-    if (is_refused) {
-        report("no value has '%s' in its name", request->text[0]);
-    }
-    return true;
-}
-
-bool answer_name(const request_t* request)
-{
-    uint32_t value = 0;
-    if (request->count == 0) {
-        for (size_t i = 0; i < COUNT_OF(enumerations); i++) {
-            answer("%s", enumerations[i].name);
-        }
-        return true;
-    }
-    const enumeration_t* named = find_enumeration(request->text[0]);
-    if (named == NULL || request->count == 1) {
-        return named != NULL && list(named, "", "") != 0;
-    }
-    if (!read_value(named->name, request->text[1], &value)) {
-        return false;
-    }
-    is_refused = name_of(named, value)[0] == '\0';
-    answer("%" PRIu32 " \"%s\"", value, named->name_of(value));
-    return true;
-}
-
-bool answer_status(const request_t* request)
-{
-    const uint32_t code = request->value[0];
-    const enumeration_t status = {"status", ky_status_str};
-    is_refused = name_of(&status, code)[0] == '\0';
-    answer("%" PRIu32 " %s", code, ky_status_str(code));
-    return true;
+    static char text[256];
+    const enumeration_t* of = find_enumeration(enumeration);
+    const char* constant = constant_of(of, value);
+    snprintf(
+        text, sizeof text, "%" PRIu32 "%s%s \"%s\"", value, constant[0] == '\0' ? "" : " ",
+        constant, of->name_of(value));
+    return text;
 }
 
 bool answer_with(ky_status_t status)
 {
     is_refused = status != KY_STATUS_SUCCESS;
     answer(
-        "%s%" PRIu32 " %s%s", colour(is_refused ? "\033[31m" : "\033[32m"), status,
-        ky_status_str(status), colour("\033[m"));
+        "%s%s%s", colour(is_refused ? "\033[31m" : "\033[32m"), value_text("status", status),
+        colour("\033[m"));
     return true;
+}
+
+/* ---- name, status ---- */
+
+/* Lists the values that are a number or have a text in their names. */
+static bool list(const enumeration_t* first, size_t count, const char* text)
+{
+    const int64_t number = number_in(text);
+    is_refused = true;
+    for (size_t i = 0; i < count * VALUE_COUNT; i++) {
+        const enumeration_t* enumeration = &first[i / VALUE_COUNT];
+        const uint32_t value = (uint32_t)(i % VALUE_COUNT);
+        const char* name = value_name(enumeration, 2 * (i % VALUE_COUNT));
+        const char* constant = constant_of(enumeration, value);
+        if ((name[0] != '\0' || constant[0] != '\0') &&
+            (number != NO_NUMBER ? value == number
+                                 : contains(name, text) || contains(constant, text))) {
+            answer(
+                "%s%s%s", count == 1 ? "" : enumeration->name, count == 1 ? "" : " ",
+                value_text(enumeration->name, value));
+            is_refused = false;
+        }
+    }
+    return !is_refused || !report("there is no such value");
+}
+
+bool answer_name_search(const request_t* request)
+{
+    return list(enumerations, COUNT_OF(enumerations), request->text[0]);
+}
+
+/* Answers a number with its value, and a name with all values that have it. */
+static bool answer_values(const enumeration_t* enumeration, const request_t* request, size_t first)
+{
+    for (size_t i = first; i < request->count; i++) {
+        uint32_t value = 0;
+        if (!read_value(enumeration->name, request->text[i], &value)) {
+            return false;
+        }
+        do {
+            is_refused = is_refused || (name_of(enumeration, value)[0] == '\0' &&
+                                        constant_of(enumeration, value)[0] == '\0');
+            answer("%s", value_text(enumeration->name, value++));
+        } while (number_in(request->text[i]) == NO_NUMBER &&
+                 find_value(enumeration->name, request->text[i], &value));
+    }
+    return true;
+}
+
+bool answer_name(const request_t* request)
+{
+    if (request->count == 0) {
+        for (size_t i = 0; i < COUNT_OF(enumerations); i++) {
+            answer("%s", enumerations[i].name);
+        }
+        return true;
+    }
+    const enumeration_t* enumeration = find_enumeration(request->text[0]);
+    if (enumeration == NULL) {
+        return no_such(&enumeration_names, request->text[0]);
+    }
+    return request->count == 1 ? list(enumeration, 1, "") : answer_values(enumeration, request, 1);
+}
+
+bool answer_status(const request_t* request)
+{
+    return answer_values(find_enumeration("status"), request, 0);
 }

@@ -1,45 +1,51 @@
 /* The request about the dictionary of port types. */
-#include "names.h"
-#include "output.h"
 #include "request.h"
 
-#include <ky_names.h>
 #include <ky_port_type_validate.h>
-
-#include <inttypes.h>
 
 #define TYPE_SHIFT 28
 
-static const char* accepted_types(uint32_t row)
+static bool answer_row(uint32_t row, const char* prefix)
 {
-    return port_types(port_type_validation_table[row].allowed_port_types);
+    answer(
+        "%s%s accepts %s", prefix, value_text("port_row", row),
+        port_type_bit_name(port_type_validation_table[row].allowed_port_types));
+    return true;
 }
 
-bool answer_port(const request_t* request)
+/* Lists the functions that accept a type of these bits. */
+static bool answer_rows(uint32_t bits)
 {
-    const uint32_t log_port = request->value[0];
-    const uint32_t type = log_port >> TYPE_SHIFT;
-    uint32_t row = request->value[1];
-    if (request->count == 2) {
-        is_refused = is_port_type_valid(row, log_port) == 0;
-        answer(
-            "%s: row %" PRIu32 " %s accepts %s", is_refused ? "refused" : "accepted", row,
-            port_row_name(row), accepted_types(row));
-        return true;
-    }
-    if (request->count == 1) {
-        answer("type %" PRIu32 " %s", type, ky_port_type_str(type));
-    }
-    is_refused = true; /* until a function accepts it */
-    for (row = 1; row < PORT_TYPE_VALIDATION_ROWS - 1; row++) {
-        const uint32_t bits = port_type_validation_table[row].allowed_port_types;
-        if (request->count == 0 || (bits & port_type_bit(type)) != 0) {
-            answer("%" PRIu32 " %s: %s", row, port_row_name(row), port_types(bits));
-            is_refused = false;
+    is_refused = true;
+    for (uint32_t row = 1; row < PORT_TYPE_VALIDATION_ROWS - 1; row++) {
+        if ((port_type_validation_table[row].allowed_port_types & bits) != 0) {
+            is_refused = !answer_row(row, "");
         }
     }
-    if (is_refused) {
-        answer("no function accepts it");
+    return !is_refused || !report("no function accepts it");
+}
+
+/* The first word is a number, a type of port or, alone, a function. */
+bool answer_port(const request_t* request)
+{
+    const char* word = request->text[0];
+    uint32_t row = request->value[1];
+    uint32_t port = 0;
+    if (request->count == 0) {
+        return answer_rows(UINT32_MAX);
     }
-    return true;
+    const bool is_number = number_in(word) != NO_NUMBER;
+    if (request->count == 1 && !is_number && !find_value("port_type", word, &port)) {
+        return read_value("port_row", word, &row) && answer_row(row, "");
+    }
+    if (!read_value(is_number ? "UINT32" : "port_type", word, &port)) {
+        return false;
+    }
+    port <<= is_number ? 0 : TYPE_SHIFT;
+    if (request->count == 1) {
+        answer("port_type %s", value_text("port_type", port >> TYPE_SHIFT));
+        return answer_rows(port_type_bits[port >> TYPE_SHIFT]);
+    }
+    is_refused = is_port_type_valid(row, port) == 0;
+    return answer_row(row, is_refused ? "refused: " : "accepted: ");
 }

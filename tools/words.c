@@ -1,7 +1,5 @@
 #include "words.h"
 
-#include "output.h"
-
 #include <ky_values.h>
 
 #include <arpa/inet.h>
@@ -38,20 +36,20 @@ bool contains(const char* name, const char* word)
     return begins(name, word);
 }
 
-bool find(const names_t* names, const char* word, size_t* index)
+size_t find(const names_t* names, const char* word, size_t index)
 {
-    const char* name = names->at(names->list, *index);
-    while (name != NULL && !is_named(word, name)) {
-        name = names->at(names->list, ++*index);
+    while (index < names->count && !is_named(word, names->at(names->list, index))) {
+        index++;
     }
-    return name != NULL;
+    return index;
 }
 
-/* The Levenshtein distance to the first characters of a name. */
-static size_t distance(const char* word, const char* name, size_t length)
+/* The Levenshtein distance between a word and a name, or the first word of one. */
+static size_t distance(const char* word, const char* name)
 {
     size_t row[64]; /* of the word so far, to each beginning of the name */
-    length = length < COUNT_OF(row) ? length : COUNT_OF(row) - 1;
+    const size_t length = strnlen(name, COUNT_OF(row) - 1);
+    const size_t first = strcspn(name, " ");
     for (size_t j = 0; j <= length; j++) {
         row[j] = j;
     }
@@ -65,50 +63,47 @@ static size_t distance(const char* word, const char* name, size_t length)
             row[j] = change < step ? change : step;
         }
     }
-    return row[length];
+    return first < length && row[first] < row[length] ? row[first] : row[length];
 }
 
-/* How far a word is from a name, or from the first word of one. */
-static size_t difference(const char* word, const char* name)
-{
-    const size_t whole = distance(word, name, strlen(name));
-    const size_t first = distance(word, name, strcspn(name, " "));
-    return contains(name, word) ? 1 : first < whole ? first : whole;
-}
-
+/* Near are three names at most that contain the word, or differ from it by half of it at most. */
 bool no_such(const names_t* names, const char* word)
 {
     char near[256] = "";
     size_t count = 0;
-    const size_t half = strlen(word) < 32 ? strlen(word) / 2 : 16;
-    for (size_t limit = 1; limit <= half; limit++) {
-        const char* name = NULL;
-        for (size_t i = 0; count < 3 && (name = names->at(names->list, i)) != NULL; i++) {
-            if (name[0] != '\0' && difference(word, name) == limit) {
+    for (size_t limit = 1; limit <= strlen(word) / 2 && limit < 16; limit++) {
+        for (size_t i = 0; i < names->count && count < 3; i++) {
+            const char* name = names->at(names->list, i);
+            if (name[0] != '\0' && (contains(name, word) ? 1 : distance(word, name)) == limit) {
                 snprintf(
                     near + strlen(near), sizeof near - strlen(near), "%s%s",
                     count++ == 0 ? "; near it: " : ", ", name);
             }
         }
     }
-    return report("there is no %s '%s'%s", names->what, word, near);
+    const bool is_like_a_number =
+        strpbrk(word, "0123456789") != NULL && number_in(word) == NO_NUMBER;
+    return report(
+        "there is no %s '%s'%s", names->what, word,
+        count == 0 && is_like_a_number ? ", which is not a number" : near);
 }
 
 /* ---- Numbers and addresses ---- */
 
-bool is_number(const char* word, int64_t* number)
+int64_t number_in(const char* word)
 {
     char* end = NULL;
-    *number = strtoll(word, &end, strpbrk(word, "xX") != NULL ? 16 : 10);
-    return isdigit((unsigned char)word[word[0] == '-' ? 1 : 0]) != 0 && *end == '\0';
+    const int64_t number = strtoll(word, &end, strpbrk(word, "xX") != NULL ? 16 : 10);
+    const bool has_digit = isdigit((unsigned char)word[word[0] == '-' ? 1 : 0]) != 0;
+    return has_digit && *end == '\0' ? number : NO_NUMBER;
 }
 
 bool read_number(const char* word, int64_t min, int64_t max, uint32_t* number)
 {
-    int64_t wide = 0;
-    const bool ok = is_number(word, &wide) && wide >= min && wide <= max;
+    const int64_t wide = number_in(word);
     *number = (uint32_t)wide;
-    return ok || report("'%s' is not a number from %" PRId64 " to %" PRId64, word, min, max);
+    return (wide >= min && wide <= max) ||
+           report("'%s' is not a number from %" PRId64 " to %" PRId64, word, min, max);
 }
 
 bool read_prefix(const char* word, ky_ip_prefix_t* prefix)
@@ -116,23 +111,21 @@ bool read_prefix(const char* word, ky_ip_prefix_t* prefix)
     const bool is_ipv4 = strchr(word, ':') == NULL;
     const int family = is_ipv4 ? AF_INET : AF_INET6;
     const uint32_t width = is_ipv4 ? 32 : 128;
+    const char* slash = strchr(word, '/');
+    const bool has_mask = slash != NULL && strpbrk(slash, ".:") != NULL;
+    char text[64];
+    uint32_t length = width;
     memset(prefix, 0, sizeof *prefix);
     prefix->version = is_ipv4 ? KY_IP_VERSION_IPV4 : KY_IP_VERSION_IPV6;
-    uint32_t* address = is_ipv4 ? &prefix->prefix.ipv4.addr : prefix->prefix.ipv6.addr;
-    uint32_t* mask = is_ipv4 ? &prefix->prefix.ipv4.mask : prefix->prefix.ipv6.mask;
+    uint32_t* const address = (uint32_t*)&prefix->prefix;
+    uint32_t* const mask = address + width / 32;
 
-    char text[64];
-    snprintf(text, sizeof text, "%s", word);
-    char* slash = strchr(text, '/');
-    const char* behind = slash == NULL ? NULL : slash + 1;
-    text[strcspn(text, "/")] = '\0';
-    const bool has_mask = behind != NULL && strpbrk(behind, ".:") != NULL;
-    uint32_t length = width;
-    if (strlen(word) >= sizeof text || inet_pton(family, text, address) != 1 ||
-        (has_mask && inet_pton(family, behind, mask) != 1)) {
+    snprintf(text, sizeof text, "%.*s", (int)strcspn(word, "/"), word);
+    if (inet_pton(family, text, address) != 1 ||
+        (has_mask && inet_pton(family, slash + 1, mask) != 1)) {
         return report("'%s' is not an address, with a length or a mask", word);
     }
-    if (behind != NULL && !has_mask && !read_number(behind, 0, width, &length)) {
+    if (slash != NULL && !has_mask && !read_number(slash + 1, 0, width, &length)) {
         return false;
     }
     for (uint32_t bit = 0; bit < length && !has_mask; bit++) {
