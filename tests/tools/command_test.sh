@@ -38,6 +38,20 @@ expect "${story%.txt}.out" 0 "$@" "$story"
 sed 's/$/\r/' "$here/mistakes.txt" | tr @ '\000' > "$work/mistakes"
 expect "$here/mistakes.out" 2 "$@" - < "$work/mistakes"
 expect "$here/arguments.out" 0 each_line "$here/arguments.txt" "$@"
+# The completion asks the command, in any case of the letters.
+# shellcheck disable=SC2016 # the variables of the other shell
+completed=$(bash -c '
+    command=("$@")
+    kriolilglu() { "${command[@]}" "$@"; }
+    . "$0"
+    for word in cp ky_port_row_vlan_ports; do
+        COMP_WORDS=(kriolilglu port "$word") COMP_CWORD=2
+        _kriolilglu
+        echo "${COMPREPLY[@]}"
+    done' "$here/../../tools/kriolilglu.bash" "$@")
+[ "$completed" = "CPU
+KY_PORT_ROW_VLAN_PORTS_SET" ] || { echo "completed: $completed"; exit 1; }
+echo 'check swid 9' | "$@" - > /dev/null || { echo "what the library refuses fails a file"; exit 1; }
 "$@" "$story" > /dev/full 2> /dev/null && { echo "a full disk goes unnoticed"; exit 1; }
 # Colours are for terminals.
 if ! script -qec true /dev/null > /dev/null 2>&1; then
