@@ -14,7 +14,7 @@
 
 /* ---- Names that are in messages alone ---- */
 
-static char event_names[64][64];
+static char event_names[ADVISER_EVENT_MAX + 1][64];
 static char mem_type_names[64][64];
 uint8_t port_type_bits[16];
 
