@@ -224,20 +224,15 @@ static bool run(const char** words, size_t count)
                : failed(first) || (strpbrk(first, "./") == NULL && no_such(&requests, first));
 }
 
-static bool is_help(const char* word)
-{
-    return strcmp(word, "--help") == 0 || strcmp(word, "-h") == 0;
-}
-
 int main(int argc, char** argv)
 {
     const size_t count = argc == 0 ? 0 : (size_t)argc - 1;
     const char** words = (const char**)argv + 1;
-    if (count != 0 && is_help(words[count - 1])) {
-        words[count - 1] = NULL;
-        *--words = "help";
-    } else if (count != 0 && is_help(words[0])) {
-        words[0] = "help";
+    for (size_t i = 0; i < count; i++) {
+        if (strcmp(words[i], "--help") == 0 || strcmp(words[i], "-h") == 0) {
+            memmove(words + 1, words, i * sizeof *words);
+            words[0] = "help";
+        }
     }
     setvbuf(stdout, NULL, _IOLBF, 0); /* so that answers and reports keep their order */
     learn_names();

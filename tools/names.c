@@ -29,8 +29,9 @@ void learn_names(void)
         sscanf(record, "Can't process event '%63[^']", event_names[event]);
     }
     utils_log_verbosity_level_set(KY_LOG_LEVEL_MAX);
-    for (uint32_t type = 1; utils_memory_print_summary(type) == KY_STATUS_SUCCESS; type++) {
-        sscanf(strrchr(record, ' '), "%63s", mem_type_names[type]);
+    for (uint32_t type = 1; type < COUNT_OF(mem_type_names); type++) {
+        utils_memory_print_summary(type);
+        sscanf(record, "%*[^:]: Allocated %*u bytes for memory type %63s", mem_type_names[type]);
     }
     utils_log_verbosity_level_set(KY_LOG_LEVEL_DEFAULT);
     uint8_t* accepted = &port_type_validation_table[1].allowed_port_types;
@@ -77,14 +78,9 @@ const char* port_type_bit_name(uint32_t bits)
 
 /* ---- Enumerations ---- */
 
-#define VALUE_COUNT ((size_t)2048) /* that are looked at; no enumeration comes near it */
+#define VALUES_MAX 2048 /* no enumeration comes near it */
 
-// clang-format off
-#define CONSTANTS(enumeration) static const char enumeration##_constants[][64] = {
-#define CONSTANT(name) [name] = #name,
-#define END ""};
-#include "constants.inc" /* the enumerators of the headers, by their values */
-// clang-format on
+#include "constants.inc" /* the constants of the headers, by their values */
 
 typedef struct enumeration {
     const char* name;
@@ -132,6 +128,11 @@ static const char* name_of(const enumeration_t* enumeration, uint32_t value)
     return strcmp(name, none) == 0 ? "" : name;
 }
 
+static bool is_value(const enumeration_t* enumeration, uint32_t value)
+{
+    return name_of(enumeration, value)[0] != '\0' || constant_of(enumeration, value)[0] != '\0';
+}
+
 /* What the words for values are: the names and the constants by turns. A mask of several bits is
  * not among them. */
 static const char* value_name(const void* list, size_t index)
@@ -146,14 +147,18 @@ static const char* value_name(const void* list, size_t index)
 
 static names_t names_of(const enumeration_t* enumeration)
 {
-    return (names_t){enumeration->name, value_name, enumeration, 2 * VALUE_COUNT};
+    static size_t counts[COUNT_OF(enumerations)]; /* of values; 0 as long as nobody has asked */
+    size_t* count = &counts[enumeration - enumerations];
+    *count = *count == 0 ? VALUES_MAX : *count;
+    for (; *count > 1 && !is_value(enumeration, (uint32_t)*count - 1); --*count) {}
+    return (names_t){enumeration->name, value_name, enumeration, 2 * *count};
 }
 
 bool find_value(const char* enumeration, const char* word, uint32_t* value)
 {
     const names_t names = names_of(find_enumeration(enumeration));
     *value = (uint32_t)find(&names, word, 2 * (size_t)*value) / 2;
-    return *value < VALUE_COUNT;
+    return *value < names.count / 2;
 }
 
 bool read_value(const char* placeholder, const char* word, uint32_t* value)
@@ -198,18 +203,19 @@ static bool list(const enumeration_t* first, size_t count, const char* text)
 {
     const int64_t number = number_in(text);
     is_refused = true;
-    for (size_t i = 0; i < count * VALUE_COUNT; i++) {
-        const enumeration_t* enumeration = &first[i / VALUE_COUNT];
-        const uint32_t value = (uint32_t)(i % VALUE_COUNT);
-        const char* name = value_name(enumeration, 2 * (i % VALUE_COUNT));
-        const char* constant = constant_of(enumeration, value);
-        if ((name[0] != '\0' || constant[0] != '\0') &&
-            (number != NO_NUMBER ? value == number
-                                 : contains(name, text) || contains(constant, text))) {
-            answer(
-                "%s%s%s", count == 1 ? "" : enumeration->name, count == 1 ? "" : " ",
-                value_text(enumeration->name, value));
-            is_refused = false;
+    for (const enumeration_t* it = first; it != first + count; it++) {
+        const names_t names = names_of(it);
+        for (size_t i = 0; i < names.count; i += 2) {
+            const char* name = value_name(it, i);
+            const char* constant = value_name(it, i + 1);
+            if ((name[0] != '\0' || constant[0] != '\0') &&
+                (number != NO_NUMBER ? (size_t)number == i / 2
+                                     : contains(name, text) || contains(constant, text))) {
+                answer(
+                    "%s%s%s", count == 1 ? "" : it->name, count == 1 ? "" : " ",
+                    value_text(it->name, (uint32_t)i / 2));
+                is_refused = false;
+            }
         }
     }
     return !is_refused || !report("there is no such value");
@@ -229,8 +235,7 @@ static bool answer_values(const enumeration_t* enumeration, const request_t* req
             return false;
         }
         do {
-            is_refused = is_refused || (name_of(enumeration, value)[0] == '\0' &&
-                                        constant_of(enumeration, value)[0] == '\0');
+            is_refused = is_refused || !is_value(enumeration, value);
             answer("%s", value_text(enumeration->name, value++));
         } while (number_in(request->text[i]) == NO_NUMBER &&
                  find_value(enumeration->name, request->text[i], &value));
