@@ -1,6 +1,7 @@
 // Thread-safe functions, called by eight threads while verbosity, settings and the trace flag
 // change. The thread sanitizer detects the races that this test cannot.
 #include "contract.h"
+#include "record.h"
 #include "tools.h"
 
 #include <ky_adviser.h>
@@ -49,6 +50,19 @@ void take_and_give_back(uint32_t size)
     EXPECT_EQ(utils_memory_put(block, type), KY_STATUS_SUCCESS);
 }
 
+/* In a database of its own. */
+void file_and_drop(cl_qpool_t* pool, cl_qmap_t* map, uint64_t key)
+{
+    EXPECT_EQ(
+        utils_db_qmap_item_add(
+            key, map, pool, record_of_item, record_of_pool_item, item_of_record, nullptr),
+        KY_STATUS_SUCCESS);
+    EXPECT_EQ(utils_db_qmap_item_get(key, map, record_of_item, nullptr), KY_STATUS_SUCCESS);
+    EXPECT_EQ(
+        utils_db_qmap_item_del(key, map, pool, record_of_item, pool_item_of_record, nullptr),
+        KY_STATUS_SUCCESS);
+}
+
 void check_and_name(uint32_t value)
 {
     utils_ky_log_enter(__func__);
@@ -72,12 +86,17 @@ TEST_F(ThreadsTest, ConcurrentCallsAreSafe)
         const uint32_t mask = ~(2U << thread); // is not contiguous
         const ky_mc_route_key_t ipv4 = {{1, {}}, {1, {.ipv4 = {0xE0000000, mask}}}};
         const ky_mc_route_key_t ipv6 = {{2, {}}, {2, {.ipv6 = {{0xFF000000}, {mask}}}}};
+        cl_qpool_t pool;
+        cl_qmap_t map;
+        EXPECT_EQ(
+            utils_qpool_qmap_init(&pool, &map, 1, 1, 0, sizeof(Object), "own"), KY_STATUS_SUCCESS);
         for (uint32_t i = 0; i < ROUNDS; i++) {
             if (i % 8 == 0) {
                 change_what_all_read((thread + i / 8) % 9);
             }
             take_and_give_back(i);
             check_and_name(i);
+            file_and_drop(&pool, &map, i);
             for (const ky_mc_route_key_t* key : {&ipv4, &ipv6}) {
                 EXPECT_EQ(
                     ky_router_utils_validate_mc_route_set(KY_ACCESS_CMD_ADD, 0, key, &lpm, &data),
@@ -88,6 +107,7 @@ TEST_F(ThreadsTest, ConcurrentCallsAreSafe)
                     i == 0 ? KY_STATUS_PARAM_ERROR : KY_STATUS_SUCCESS);
             }
         }
+        cl_qpool_destroy(&pool);
     });
     set_verbosity_and_flag(0, 0);
     utils_use_xm_set(0);

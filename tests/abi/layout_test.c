@@ -11,16 +11,18 @@
 #include <stddef.h>
 
 #define VALUE(constant, value) static_assert((constant) == (value), #constant)
+#define LIMIT(constant, value) \
+    static_assert((constant) == (value) && (constant) - (value)-1 > 0, #constant)
 #define SIZE(type, size) static_assert(sizeof(type) == (size), #type)
 #define ENUMERATION(type) static_assert(sizeof(type) == 4 && (type)0xFFFFFFFFU > (type)0, #type)
 /* clang-format off */
 
 /* Log masks and levels, and limits. */
-VALUE(ADVISER_EVENT_MAX, 51); VALUE(KY_LOG_MASK_ERROR, 1); VALUE(KY_LOG_MASK_WARNING, 3);
-VALUE(KY_LOG_MASK_NOTICE, 7); VALUE(KY_LOG_MASK_INFO, 15); VALUE(KY_LOG_MASK_DEBUG, 31);
-VALUE(KY_LOG_LEVEL_MIN, 0); VALUE(KY_LOG_LEVEL_DEFAULT, 3); VALUE(KY_LOG_LEVEL_MAX, 8);
-VALUE(KY_RPF_GROUP_ID_MAX, 511); VALUE(KY_USER_TOKEN_MAX, 0xFFF);
-VALUE(KY_MC_ROUTE_ENTRIES_MAX, 128); VALUE(PORT_TYPE_VALIDATION_ROWS, 174);
+VALUE(ADVISER_EVENT_MAX, 51); LIMIT(KY_LOG_MASK_ERROR, 1); LIMIT(KY_LOG_MASK_WARNING, 3);
+LIMIT(KY_LOG_MASK_NOTICE, 7); LIMIT(KY_LOG_MASK_INFO, 15); LIMIT(KY_LOG_MASK_DEBUG, 31);
+LIMIT(KY_LOG_LEVEL_MIN, 0); LIMIT(KY_LOG_LEVEL_DEFAULT, 3); LIMIT(KY_LOG_LEVEL_MAX, 8);
+LIMIT(KY_RPF_GROUP_ID_MAX, 511); LIMIT(KY_USER_TOKEN_MAX, 0xFFF);
+LIMIT(KY_MC_ROUTE_ENTRIES_MAX, 128); VALUE(PORT_TYPE_VALIDATION_ROWS, 174);
 
 /* KRIOLILGLU_VERSION, computed from other parts. */
 #undef KRIOLILGLU_VERSION_MAJOR

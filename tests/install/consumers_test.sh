@@ -86,6 +86,13 @@ for compiler in gcc clang g++ clang++; do
 done
 each_header c musl-gcc
 
+# The compilers compare a message's values with its format.
+sed 's/"%u is wrong.n", \*number/"%u is wrong\\n", number/' "$log_module" > "$work/wrong.c"
+for compiler in gcc clang g++ clang++; do
+    ! (builds "$compiler" -I "$source/tests/utils" -c "$work/wrong.c") > /dev/null ||
+        fail "$compiler accepts a value that is not of its format"
+done
+
 # AddressSanitizer in the program, then in the library.
 set -- -I "$source/tests/support" "$here/pools.cpp"
 for compiler in g++ clang++; do

@@ -112,6 +112,7 @@ TEST_F(DatabaseTest, Maps)
          .status = KY_STATUS_ENTRY_ALREADY_EXISTS},
         {CALL(utils_db_qmap_item_ins(5, &map, five)), .status = KY_STATUS_ENTRY_ALREADY_EXISTS},
         {CALL(utils_qmap_is_empty(&none))},
+        {CALL(utils_db_qmap_del(&none, &pool, record_of_item, pool_item_of_record))},
         {CALL(utils_qmap_is_empty(&map)), .status = KY_STATUS_DB_NOT_EMPTY},
     });
 }
