@@ -1,57 +1,44 @@
 # Three interface targets, each of which includes the one before: kriolilglu_flags for everything
 # built here, kriolilglu_shipped_flags for what ships, and kriolilglu_library_flags for libraries. A
-# flag that the compiler or the linker does not support for this CPU is left out.
-
-include(CheckCompilerFlag)
-include(CheckLinkerFlag)
-
-function(compile_with target) # FLAG...
-  set(CMAKE_REQUIRED_FLAGS -Werror) # clang only warns about an unused flag
-  check_compiler_flag(CXX -Wall KRIOLILGLU_GIVEN_FLAGS_ARE_SILENT)
-  if(NOT KRIOLILGLU_GIVEN_FLAGS_ARE_SILENT)
-    set(CMAKE_CXX_FLAGS "") # their warnings would fail every probe
-  endif()
-  foreach(flag IN LISTS ARGN)
-    string(REGEX REPLACE "=.*/.*" "=from=to" probe "${flag}") # probe without the paths
-    string(MAKE_C_IDENTIFIER "KRIOLILGLU_COMPILES_WITH_${probe}" is_known)
-    check_compiler_flag(CXX ${probe} ${is_known})
-    if(${is_known})
-      target_compile_options(${target} INTERFACE ${flag})
-    endif()
-  endforeach()
-endfunction()
-
-function(link_with target) # FLAG...
-  foreach(flag IN LISTS ARGN)
-    string(MAKE_C_IDENTIFIER "KRIOLILGLU_LINKS_WITH_${flag}" is_known)
-    check_linker_flag(C ${flag} ${is_known})
-    if(${is_known})
-      target_link_options(${target} INTERFACE ${flag})
-    endif()
-  endforeach()
-endfunction()
+# compiler or linker that lacks a flag fails; only what depends on the CPU or the loader is probed.
 
 add_library(kriolilglu_flags INTERFACE)
-compile_with(kriolilglu_flags
+target_compile_options(kriolilglu_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2
   # The binary does not depend on the location of the tree.
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=.")
 
 add_library(kriolilglu_shipped_flags INTERFACE)
 target_link_libraries(kriolilglu_shipped_flags INTERFACE kriolilglu_flags)
-compile_with(kriolilglu_shipped_flags
+target_compile_options(kriolilglu_shipped_flags INTERFACE
   -Wmissing-declarations
   -fno-plt # symbols are bound at load, so a PLT has no use
-  -fstack-protector-strong -fstack-clash-protection
-  -fcf-protection=full -mbranch-protection=standard) # x86, Arm
-link_with(kriolilglu_shipped_flags LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
+  -fstack-protector-strong)
+target_link_options(kriolilglu_shipped_flags INTERFACE LINKER:-z,relro,-z,now,-z,noexecstack)
+
+# A flag is left out if the compiler objects to it by name. Any other failure is an error, and any
+# other warning is about the user's flags.
+set(ENV{LC_ALL} C)
+foreach(flag IN ITEMS
+    -fstack-clash-protection -fcf-protection=full -mbranch-protection=standard) # x86, Arm
+  string(REGEX REPLACE "^-.([a-z-]+).*" "\\1" name ${flag})
+  try_compile(compiles SOURCE_FROM_CONTENT probe.cpp "int main() { return 0; }"
+    COMPILE_DEFINITIONS ${flag} OUTPUT_VARIABLE output NO_CACHE)
+  if(output MATCHES "(error|warning): [^\n]*${name}")
+    continue()
+  elseif(NOT compiles)
+    message(FATAL_ERROR "${output}")
+  endif()
+  target_compile_options(kriolilglu_shipped_flags INTERFACE ${flag})
+endforeach()
 
 add_library(kriolilglu_library_flags INTERFACE)
 target_link_libraries(kriolilglu_library_flags INTERFACE kriolilglu_shipped_flags)
-compile_with(kriolilglu_library_flags
+target_compile_options(kriolilglu_library_flags INTERFACE
   -fno-exceptions -fno-rtti
   -fsemantic-interposition) # clang assumes that nothing is interposed
-link_with(kriolilglu_library_flags
+target_link_options(kriolilglu_library_flags INTERFACE
+  LINKER:-Bno-symbolic # distributions link with -Bsymbolic-functions
   # A DT_NEEDED entry for every library linked; Debian's gcc would omit libc's.
   LINKER:--no-as-needed)
 
@@ -59,23 +46,24 @@ link_with(kriolilglu_library_flags
 # control-flow protection marks.
 option(KRIOLILGLU_START_FILES "Link the compiler's start files, for runtimes that need them" OFF)
 if(NOT KRIOLILGLU_START_FILES)
-  link_with(kriolilglu_library_flags -nostartfiles)
+  target_link_options(kriolilglu_library_flags INTERFACE -nostartfiles)
 endif()
 
 option(KRIOLILGLU_PACK_RELOCATIONS
   "Pack relative relocations, if this machine's loader supports them" ON)
 if(KRIOLILGLU_PACK_RELOCATIONS AND (CMAKE_CROSSCOMPILING_EMULATOR OR NOT CMAKE_CROSSCOMPILING))
-  include(CheckSourceRuns)
-  include(CMakePushCheckState)
-  cmake_push_check_state(RESET)
-  set(CMAKE_REQUIRED_FLAGS -fPIE) # otherwise nothing is relocated
-  set(CMAKE_REQUIRED_LINK_OPTIONS -pie LINKER:--fatal-warnings,-z,pack-relative-relocs)
-  check_source_runs(C [[
-    const char *const table[] = {"relocated"};
-    int main(void) { return **table != 'r'; }]]
-    KRIOLILGLU_LOADER_TAKES_PACKED_RELOCATIONS)
-  cmake_pop_check_state()
-  if(KRIOLILGLU_LOADER_TAKES_PACKED_RELOCATIONS)
+  try_run(status links SOURCE_FROM_CONTENT probe.c [[
+    int main(void) {
+      static const char *const volatile table[] = {"relocated"};
+      return *table[0] != 'r'; }]]
+    COMPILE_DEFINITIONS -fPIE # otherwise nothing is relocated
+    LINK_OPTIONS -pie LINKER:-z,pack-relative-relocs
+    COMPILE_OUTPUT_VARIABLE output NO_CACHE)
+  if(output MATCHES "ld[.a-z]*: [^\n]*pack-relative-relocs" OR (links AND NOT status EQUAL 0))
+    message(STATUS "Relative relocations are not packed")
+  elseif(NOT links)
+    message(FATAL_ERROR "${output}")
+  else()
     target_link_options(kriolilglu_library_flags INTERFACE LINKER:-z,pack-relative-relocs)
     set(relocations packed) # for the tests
   endif()
@@ -89,6 +77,6 @@ if(KRIOLILGLU_SANITIZE)
   target_link_options(kriolilglu_flags INTERFACE -fsanitize=${KRIOLILGLU_SANITIZE})
 else()
   target_compile_options(kriolilglu_shipped_flags INTERFACE
-    -U_FORTIFY_SOURCE $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
-  link_with(kriolilglu_library_flags LINKER:-z,defs)
+    "SHELL:-include ${PROJECT_SOURCE_DIR}/cmake/fortify.h")
+  target_link_options(kriolilglu_library_flags INTERFACE LINKER:-z,defs)
 endif()

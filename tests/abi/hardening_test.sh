@@ -46,7 +46,7 @@ has "it imports exactly what the platform libraries export" "^asked: $offered\$"
 has "its soname is libkriolilglu.so.1" '\(SONAME\).*\[libkriolilglu\.so\.1\]'
 has "it is bound at load (BIND_NOW)" '\(FLAGS_1\).*NOW'
 has "relocated data is read-only after load (RELRO)" GNU_RELRO
-has "its stack is not executable" 'GNU_STACK.* RW +0x'
+has "its stack is not executable" 'GNU_STACK.* RW +0'
 lacks "no segment is writable and executable" 'LOAD.* RWE '
 lacks "it has no thread-local state" ' TLS '
 lacks "it has no text relocations" TEXTREL
