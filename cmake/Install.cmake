@@ -6,7 +6,6 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/kriolilglu)
 
 install(TARGETS kriolilglu EXPORT kriolilgluTargets
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
   FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kriolilglu COMPONENT development
   FILE_SET name_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kriolilglu COMPONENT development)
