@@ -290,6 +290,11 @@ __attribute__((unused)) static const char ky_log_level_names[][8] = {
 
 #define KY_LOG_WANTED(mask) __builtin_expect(KY_LOAD(KY_LOG_VERBOSITY) >= KY_LOG_LEVEL(mask), 0)
 
+#ifndef __FILE_NAME__
+#error "this header takes GCC 12, clang 14, or a later version"
+#define __FILE_NAME__ __FILE__ // so that the statements draw no errors of their own
+#endif
+
 /* Both records of one statement. From debug level on, the first one says where it comes from. */
 /* clang-format off */
 #define KY_LOG_RECORDS(function, mask, ...)                                             \

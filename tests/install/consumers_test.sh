@@ -93,6 +93,13 @@ for compiler in gcc clang g++ clang++; do
         fail "$compiler accepts a value that is not of its format"
 done
 
+# A compiler without __FILE_NAME__, as older ones are, draws one error.
+# shellcheck disable=SC2046 # a list of words
+gcc -U__FILE_NAME__ $(pkg-config --cflags kriolilglu) -fsyntax-only "$log_module" 2> "$work/log" ||
+    true
+[ "$(grep 'error: ' "$work/log" | cut -d'"' -f2)" = \
+    "this header takes GCC 12, clang 14, or a later version" ] || fail "$(cat "$work/log")"
+
 # AddressSanitizer in the program, then in the library.
 set -- -I "$source/tests/support" "$here/pools.cpp"
 for compiler in g++ clang++; do
