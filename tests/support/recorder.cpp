@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cinttypes>
 #include <cstdarg>
 #include <dlfcn.h>
 #include <mutex>
@@ -122,7 +123,7 @@ void dbg_utils_print_table_data_line(FILE* stream, const dbg_utils_column_t* col
                     ? formatted(" %s", static_cast<const char*>(value))
                 : columns->kind == DBG_UTILS_KIND_UINT32
                     ? formatted(" %u", *static_cast<const uint32_t*>(value))
-                    : " " + std::to_string(*static_cast<const uint64_t*>(value));
+                    : formatted(" %" PRIu64, *static_cast<const uint64_t*>(value));
     }
     record({0, "", line});
 }
