@@ -137,12 +137,14 @@ KY_ENUM(ky_access_cmd_t){
 /** @name Access to words that threads share
  *
  *  Verbosity, settings and the trace flag are plain words without a lock. Relaxed atomic access
- *  costs as much as plain access, and is not a data race.
+ *  costs as much as plain access, and is not a data race. The word is an lvalue of an integer, a
+ *  plain enumeration or a pointer. On 32-bit CPUs one of 64 bits has to be aligned to 8 bytes, and
+ *  on some of them (armel, mipsel, powerpc) the program links libatomic.
  *  @{ */
 
-/** Reads a 32-bit word that other threads may write. */
+/** Reads a word that other threads may write. */
 #define KY_LOAD(word) __atomic_load_n(&(word), __ATOMIC_RELAXED)
-/** Writes a 32-bit word that other threads may read. */
+/** Writes a word that other threads may read. */
 #define KY_STORE(word, value) __atomic_store_n(&(word), (value), __ATOMIC_RELAXED)
 
 /** @} */
