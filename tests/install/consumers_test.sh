@@ -127,12 +127,15 @@ found_by_cmake() { # WHAT LIBRARY_PATH CMAKE_ARGUMENT...
 
 found_by_cmake "a moved installation" "$lib" -DCMAKE_PREFIX_PATH="$work/moved"
 
-# Non-default library and header folders.
-make_in other -S "$source" -DBUILD_TESTING=OFF \
-    -DCMAKE_INSTALL_LIBDIR=lib64/switch -DCMAKE_INSTALL_INCLUDEDIR=headers
-quietly cmake --install "$work/other" --prefix "$work/other-prefix"
+# Other folders: an absolute one of the library, and those of the headers and of the command.
+make_in other -S "$source" -DBUILD_TESTING=OFF -DCMAKE_INSTALL_PREFIX="$work/other-prefix" \
+    -DCMAKE_INSTALL_LIBDIR="$work/lib64/switch" -DCMAKE_INSTALL_INCLUDEDIR=headers \
+    -DCMAKE_INSTALL_BINDIR=bin/switch
+quietly cmake --install "$work/other"
 found_by_cmake "an installation with other folders" "" \
-    -Dkriolilglu_DIR="$work/other-prefix/lib64/switch/cmake/kriolilglu"
+    -Dkriolilglu_DIR="$work/lib64/switch/cmake/kriolilglu"
+"$work/other-prefix/bin/switch/kriolilglu" status 0 > /dev/null ||
+    fail "the command does not run from another folder"
 
 # The SDK's platform libraries in a prefix of their own: here the stand-ins, which the source tree
 # then lacks.
