@@ -36,7 +36,7 @@ need() {
     missing=
     for package; do
         case $(dpkg-query -W -f='${db:Status-Abbrev}' $(echo "$package" | tr '|' ' ') 2> /dev/null) in
-        *ii*) ;;
+        *[hi]i*) ;; # "hi" is held
         *) missing="$missing ${package%%|*}" ;;
         esac
     done
@@ -44,7 +44,7 @@ need() {
 
     if [ "$(id -u)" = 0 ]; then
         as_root=env
-    elif command -v sudo > /dev/null && sudo -v < /dev/null 2> /dev/null; then
+    elif command -v sudo > /dev/null && sudo -n -v 2> /dev/null; then
         as_root='sudo env'
     else
         say "packages are missing; install them and run the script again:"
